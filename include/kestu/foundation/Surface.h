@@ -1,0 +1,114 @@
+#pragma once
+// The pixel device a control's drawing members draw into. The host gives
+// every control one; the software raster implements it, and a window only
+// shows that raster, so what a test sees is what the user sees.
+// Coordinates here are pixels; scales and twips live in UserControl.
+
+#include <cstdint>
+#include <string_view>
+
+#include "kestu/foundation/OleColor.h"
+#include "kestu/foundation/StdPicture.h"
+
+namespace kestu {
+
+// The host's 16 raster operations (`DrawMode`), by their host numbers.
+enum class RasterOp : uint8_t {
+  Blackness = 1,
+  NotMergePen = 2,
+  MaskNotPen = 3,
+  NotCopyPen = 4,
+  MaskPenNot = 5,
+  Invert = 6,
+  XorPen = 7,
+  NotMaskPen = 8,
+  MaskPen = 9,
+  NotXorPen = 10,
+  Nop = 11,
+  MergeNotPen = 12,
+  CopyPen = 13,
+  MergePenNot = 14,
+  MergePen = 15,
+  Whiteness = 16,
+};
+
+// Applies `op` to one destination pixel with pen `pen` (both 0x00RRGGBB).
+constexpr Rgb ApplyRasterOp(RasterOp op, Rgb pen, Rgb dst) {
+  constexpr Rgb kMask = 0x00FFFFFF;
+  switch (op) {
+    case RasterOp::Blackness: return 0;
+    case RasterOp::NotMergePen: return ~(pen | dst) & kMask;
+    case RasterOp::MaskNotPen: return (~pen & dst) & kMask;
+    case RasterOp::NotCopyPen: return ~pen & kMask;
+    case RasterOp::MaskPenNot: return (pen & ~dst) & kMask;
+    case RasterOp::Invert: return ~dst & kMask;
+    case RasterOp::XorPen: return (pen ^ dst) & kMask;
+    case RasterOp::NotMaskPen: return ~(pen & dst) & kMask;
+    case RasterOp::MaskPen: return pen & dst & kMask;
+    case RasterOp::NotXorPen: return ~(pen ^ dst) & kMask;
+    case RasterOp::Nop: return dst & kMask;
+    case RasterOp::MergeNotPen: return (~pen | dst) & kMask;
+    case RasterOp::CopyPen: return pen & kMask;
+    case RasterOp::MergePenNot: return (pen | ~dst) & kMask;
+    case RasterOp::MergePen: return (pen | dst) & kMask;
+    case RasterOp::Whiteness: return kMask;
+  }
+  return pen & kMask;
+}
+
+// A rectangle in pixels; `right` and `bottom` are exclusive, as in the
+// operating system's RECT.
+struct PixelRect {
+  int left = 0;
+  int top = 0;
+  int right = 0;
+  int bottom = 0;
+  friend bool operator==(const PixelRect&, const PixelRect&) = default;
+};
+
+// A font as a surface renders it: the face asked for and its em size in
+// pixels (points at the surface's pixels per inch).
+struct FontSpec {
+  std::string_view name;
+  double pixel_size = 11.0;
+  bool bold = false;
+  bool italic = false;
+  bool underline = false;
+  bool strikethrough = false;
+};
+
+struct TextExtent {
+  int width = 0;   // advance of the whole string
+  int height = 0;  // line height of the font (ascent + descent), even for ""
+};
+
+class Surface {
+ public:
+  virtual ~Surface() = default;
+
+  virtual int Width() const = 0;
+  virtual int Height() const = 0;
+  // New size; the old pixels are kept where they still fit, the rest is
+  // filled with `fill`.
+  virtual void Resize(int width, int height, Rgb fill) = 0;
+
+  virtual Rgb GetPixel(int x, int y) const = 0;
+  // Everything below clips to the surface.
+  virtual void SetPixel(int x, int y, Rgb color, RasterOp op) = 0;
+  virtual void FillRect(const PixelRect& rect, Rgb color, RasterOp op) = 0;
+  // A one-pixel line from (x1, y1) towards (x2, y2), leaving out the end
+  // point, as the host's line does.
+  virtual void DrawLine(int x1, int y1, int x2, int y2, Rgb color, RasterOp op) = 0;
+  // The picture at (x, y), scaled to width x height (nearest pixel);
+  // alpha below one half is transparent.
+  virtual void DrawPicture(const StdPicture& picture, int x, int y, int width, int height,
+                           RasterOp op) = 0;
+
+  virtual TextExtent MeasureText(const FontSpec& font, std::string_view utf8) = 0;
+  // Text with its cell's top-left at (x, y); transparent background.
+  // Underline and strikethrough are drawn across the advance.
+  virtual void DrawText(const FontSpec& font, std::string_view utf8, int x, int y, Rgb color,
+                        RasterOp op) = 0;
+};
+
+}  // namespace kestu
