@@ -62,9 +62,9 @@ struct ClassInfo {
   std::string default_event;
 
   // Look-ups ignore case, as the host's late binding does.
-  const PropertyInfo* FindProperty(std::string_view name) const;
-  const MethodInfo* FindMethod(std::string_view name) const;
-  const EventInfo* FindEvent(std::string_view name) const;
+  const PropertyInfo* FindProperty(std::string_view wanted) const;
+  const MethodInfo* FindMethod(std::string_view wanted) const;
+  const EventInfo* FindEvent(std::string_view wanted) const;
 };
 
 // Every control class registers itself here (see KESTU_REGISTER_CONTROL).

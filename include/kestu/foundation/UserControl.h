@@ -130,8 +130,8 @@ class UserControl {
   OLE_COLOR ForeColor() const { return fore_color_; }
   void SetForeColor(OLE_COLOR color) { fore_color_ = color; }
   OLE_COLOR BackColor() const { return back_color_; }
-  // Changing BackColor clears the surface to it, as the host does.
-  void SetBackColor(OLE_COLOR color);
+  // The colour Cls clears to; setting it draws nothing by itself.
+  void SetBackColor(OLE_COLOR color) { back_color_ = color; }
 
   const FontRef& Font() const { return font_; }
   void SetFont(FontRef font);  // by reference
@@ -185,18 +185,19 @@ class UserControl {
   int ToPixelY(double units) const;
   double FromPixelX(double pixels) const;
   double FromPixelY(double pixels) const;
-  Rgb Resolve(OLE_COLOR color) const { return ResolveColor(color); }
   RasterOp Op() const;
   void Observe(DrawCall call);
   bool RaiseToContainer(const EventInfo& info, std::span<EventArgument> arguments);
 
   ControlSite* site_ = nullptr;
+  int twips_per_pixel_x_ = 15;  // the screen's when the site was attached
+  int twips_per_pixel_y_ = 15;
   std::shared_ptr<int> lifetime_ = std::make_shared<int>(0);
   float current_x_ = 0;
   float current_y_ = 0;
   int16_t scale_mode_ = scale::kTwips;
   int16_t draw_mode_ = 13;
-  OLE_COLOR fore_color_ = syscolor::kWindowText;
+  OLE_COLOR fore_color_ = syscolor::kButtonText;
   OLE_COLOR back_color_ = syscolor::kButtonFace;
   FontRef font_;
   bool auto_redraw_ = false;
