@@ -1,0 +1,17 @@
+#!/usr/bin/env bash
+# Installs a build into a staging prefix and builds a small program against
+# it twice: through find_package(Kestu) and through pkg-config.
+set -euo pipefail
+build=${1:-build/release}
+root=$(cd "$(dirname "$0")/.." && pwd)
+stage=$root/$build/stage
+rm -rf "$stage" "$root/$build/consumer"
+cmake --install "$root/$build" --prefix "$stage" >/dev/null
+cmake -S "$root/examples/consumer" -B "$root/$build/consumer" -DCMAKE_PREFIX_PATH="$stage" >/dev/null
+cmake --build "$root/$build/consumer" >/dev/null
+LD_LIBRARY_PATH=$stage/lib "$root/$build/consumer/consumer"
+PKG_CONFIG_PATH=$stage/lib/pkgconfig \
+  g++ -std=c++20 "$root/examples/consumer/main.cpp" $(PKG_CONFIG_PATH=$stage/lib/pkgconfig pkg-config --cflags --libs kestu) \
+  -o "$root/$build/consumer/consumer-pc"
+LD_LIBRARY_PATH=$stage/lib "$root/$build/consumer/consumer-pc"
+echo "install: find_package(Kestu) and pkg-config both build and run"

@@ -1,0 +1,12 @@
+#!/usr/bin/env bash
+# The main job: installs what is needed, builds, and runs the demonstration
+# form through the scripted host, which saves the form, loads it back and
+# renders it to out/demo.png.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+bash scripts/setup.sh
+cmake -S . -B build/release -DCMAKE_BUILD_TYPE=Release -DKESTU_WERROR=ON >/dev/null
+cmake --build build/release -j "$(nproc)" --target kestu-script
+mkdir -p out
+(cd out && ../build/release/kestu-script ../examples/demo.kss)
+echo "demo: the form is rendered in out/demo.png"
