@@ -1,0 +1,68 @@
+#pragma once
+// A rectangular panel framed by two one-pixel bevels: an outer one on the
+// control's edge and an inner one BorderWidth pixels further in, each
+// raised, lowered or absent. It takes no input and raises no events.
+
+#include <cstdint>
+
+#include "kestu/foundation/ClassInfo.h"
+#include "kestu/foundation/Integer.h"
+#include "kestu/foundation/OleColor.h"
+#include "kestu/foundation/UserControl.h"
+
+namespace kestu {
+
+// Style of a bevel. Only 0 and 1 are tested when drawing: any other value
+// draws as lowered.
+enum KST_BorderStyle : int32_t { KSTPN_None = 0, KSTPN_Raised = 1, KSTPN_Lowered = 2 };
+
+class KestuPanel3D : public UserControl {
+ public:
+  // The class's metadata: its properties and the KST_BorderStyle constants.
+  static ClassInfo& Info();
+  const ClassInfo& Class() const override { return Info(); }
+
+  // Colour of the lit edges.
+  OLE_COLOR Light3DColor() const { return light_3d_color_; }
+  void SetLight3DColor(OLE_COLOR color);
+  // Colour of the shaded edges.
+  OLE_COLOR Shadow3DColor() const { return shadow_3d_color_; }
+  void SetShadow3DColor(OLE_COLOR color);
+  // The face colour, also that of an absent bevel. It hides the surface's
+  // own BackColor, which the drawing routine sets from it.
+  OLE_COLOR BackColor() const { return back_color_; }
+  void SetBackColor(OLE_COLOR color);
+  // Style of the outer bevel (`KST_BorderStyle`); error 6 outside 16 bits.
+  int32_t BorderOut() const { return border_out_; }
+  void SetBorderOut(int32_t style);
+  // Style of the inner bevel (`KST_BorderStyle`); error 6 outside 16 bits.
+  int32_t BorderIn() const { return border_in_; }
+  void SetBorderIn(int32_t style);
+  // Distance of the inner bevel from the outer one, in pixels. Not bounded:
+  // a width whose twips overflow 16 bits is error 6 when the panel draws.
+  int16_t BorderWidth() const { return border_width_; }
+  void SetBorderWidth(int16_t pixels);
+
+  void UserControl_Initialize() override;
+  void UserControl_ReadProperties(PropertyBag& bag) override;
+  void UserControl_WriteProperties(PropertyBag& bag) override;
+  void UserControl_Resize() override { Draw(); }
+  void UserControl_Show() override { Draw(); }
+  void UserControl_Paint() override { Draw(); }
+
+ private:
+  void Draw();
+  OLE_COLOR TopLeftColor(int16_t style) const;
+  OLE_COLOR BottomRightColor(int16_t style) const;
+
+  OLE_COLOR back_color_ = syscolor::kButtonFace;
+  OLE_COLOR light_3d_color_ = syscolor::k3DHighlight;
+  OLE_COLOR shadow_3d_color_ = syscolor::kButtonShadow;
+  int16_t border_out_ = 1;
+  int16_t border_in_ = 2;
+  int16_t border_width_ = 5;
+  Int16 pixel_width_ = 15;
+  Int16 pixel_height_ = 15;
+};
+
+}  // namespace kestu
