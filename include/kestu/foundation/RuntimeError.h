@@ -20,9 +20,13 @@ inline constexpr int kFileNotFound = 53;
 inline constexpr int kBadFileMode = 54;
 inline constexpr int kFileAlreadyOpen = 55;
 inline constexpr int kDeviceIoError = 57;
+inline constexpr int kFileAlreadyExists = 58;
 inline constexpr int kDiskFull = 61;
 inline constexpr int kInputPastEndOfFile = 62;
+inline constexpr int kTooManyFiles = 67;
+inline constexpr int kDeviceUnavailable = 68;
 inline constexpr int kPermissionDenied = 70;
+inline constexpr int kDiskNotReady = 71;
 inline constexpr int kPathFileAccessError = 75;
 inline constexpr int kPathNotFound = 76;
 inline constexpr int kInvalidUseOfNull = 94;
@@ -53,5 +57,10 @@ class RuntimeError : public std::runtime_error {
   int number_;
   std::string detail_;
 };
+
+// The host's error for a failed file operation, from the system's errno:
+// ENOENT is 53 "File not found", or 76 "Path not found" when `creating`;
+// EACCES 70, ENOSPC 61, a bad name 52, anything unforeseen 75.
+RuntimeError ErrorFromErrno(int errno_value, std::string detail, bool creating = false);
 
 }  // namespace kestu
