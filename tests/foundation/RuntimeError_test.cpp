@@ -1,0 +1,55 @@
+#include "kestu/foundation/RuntimeError.h"
+
+#include <gtest/gtest.h>
+
+#include <cerrno>
+
+namespace kestu {
+namespace {
+
+TEST(RuntimeError, CarriesTheHostNumberAndMessage) {
+  const RuntimeError overflow(err::kOverflow);
+  EXPECT_EQ(overflow.Number(), 6);
+  EXPECT_STREQ(overflow.Message(), "Overflow");
+  EXPECT_STREQ(overflow.what(), "6 Overflow");
+
+  const RuntimeError missing(err::kFileNotFound, "/tmp/a.json");
+  EXPECT_STREQ(missing.what(), "53 File not found: /tmp/a.json");
+  EXPECT_EQ(missing.Detail(), "/tmp/a.json");
+}
+
+TEST(RuntimeError, MessagesAreTheHostsWording) {
+  struct Case {
+    int number;
+    const char* message;
+  };
+  for (const Case& c : {
+           Case{13, "Type mismatch"},
+           {52, "Bad file name or number"},
+           {55, "File already open"},
+           {61, "Disk full"},
+           {70, "Permission denied"},
+           {75, "Path/File access error"},
+           {76, "Path not found"},
+           {94, "Invalid use of Null"},
+           {380, "Invalid property value"},
+           {438, "Object doesn't support this property or method"},
+           {481, "Invalid picture"},
+           {9999, "Application-defined or object-defined error"},
+       }) {
+    EXPECT_STREQ(ErrorMessage(c.number), c.message) << c.number;
+  }
+}
+
+TEST(RuntimeError, FileErrorsMapToTheHostsNumbers) {
+  EXPECT_EQ(ErrorFromErrno(ENOENT, "a").Number(), err::kFileNotFound);
+  EXPECT_EQ(ErrorFromErrno(ENOENT, "a", /*creating=*/true).Number(), err::kPathNotFound);
+  EXPECT_EQ(ErrorFromErrno(EACCES, "a").Number(), err::kPermissionDenied);
+  EXPECT_EQ(ErrorFromErrno(ENOSPC, "a").Number(), err::kDiskFull);
+  EXPECT_EQ(ErrorFromErrno(ENAMETOOLONG, "a").Number(), err::kBadFileNameOrNumber);
+  EXPECT_EQ(ErrorFromErrno(EISDIR, "a").Number(), err::kPathFileAccessError);
+  EXPECT_EQ(ErrorFromErrno(EACCES, "dir/x").Detail(), "dir/x");
+}
+
+}  // namespace
+}  // namespace kestu
