@@ -1,0 +1,65 @@
+#pragma once
+// Finds, opens and keeps the fonts the raster draws with. A family name is
+// mapped to a file once; a file is opened once per size; a style is
+// rendered once per character. Used from the user-interface thread only.
+
+#include <filesystem>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <tuple>
+
+#include "kestu/foundation/Surface.h"
+#include "kestu/raster/Font.h"
+
+namespace kestu {
+
+// Where a family's face for one style comes from.
+struct FontFile {
+  std::filesystem::path path;  // empty when no font could be found at all
+  int index = 0;               // face inside a collection
+  SyntheticStyle synthetic;
+  friend bool operator==(const FontFile&, const FontFile&) = default;
+};
+
+class FontEngine {
+ public:
+  static FontEngine& Instance();
+
+  FontEngine(const FontEngine&) = delete;
+  FontEngine& operator=(const FontEngine&) = delete;
+  ~FontEngine();
+
+  // The font that draws `spec`. The reference stays valid for the life of
+  // the engine.
+  Font& FontFor(const FontSpec& spec);
+
+  // The file that draws `family` in a style. The usual desktop interface
+  // families go to Liberation Sans; a family nothing matches falls back to
+  // an installed sans font.
+  FontFile FileFor(std::string_view family, bool bold, bool italic);
+
+  // Makes `family` draw from `file` in every style (bold and italic
+  // synthesised), bypassing the system's font matching, so drawings made
+  // with it are the same on every machine with that file. Throws error 53
+  // when the file does not exist.
+  void RegisterFamily(std::string_view family, const std::filesystem::path& file);
+
+ private:
+  FontEngine();
+
+  struct Faces;  // the FreeType side
+  using SpecKey = std::tuple<std::string, long, bool, bool>;
+  using FontKey = std::tuple<std::filesystem::path, int, long, bool, bool>;
+
+  FontFile MatchSystemFont(const std::string& family, bool bold, bool italic);
+
+  std::unique_ptr<Faces> faces_;
+  std::map<std::string, std::filesystem::path> registered_;  // folded family -> file
+  std::map<std::tuple<std::string, bool, bool>, FontFile> files_;
+  std::map<FontKey, std::unique_ptr<Font>> fonts_;
+  std::map<SpecKey, Font*, std::less<>> by_spec_;
+};
+
+}  // namespace kestu

@@ -1,0 +1,195 @@
+#include "kestu/raster/FontEngine.h"
+
+#include <fontconfig/fontconfig.h>
+#include <ft2build.h>
+#include FT_FREETYPE_H
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <system_error>
+
+#include "kestu/foundation/RuntimeError.h"
+
+namespace kestu {
+
+namespace {
+
+// Forms are laid out against the usual desktop interface fonts. Matching
+// alone sends these names to a font of quite other widths; Liberation Sans
+// keeps their widths, so captions fit where their authors put them.
+constexpr std::array<std::string_view, 5> kMetricAliases{"ms sans serif", "microsoft sans serif",
+                                                         "tahoma", "segoe ui", "verdana"};
+constexpr const char* kMetricAliasTarget = "Liberation Sans";
+
+// The family that fills in characters the chosen font lacks.
+constexpr const char* kCoverageFamily = "DejaVu Sans";
+
+// Used only when font matching finds nothing at all.
+constexpr std::array<const char*, 2> kLastResortFiles{
+    "/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf",
+    "/usr/share/fonts/truetype/liberation2/LiberationSans-Regular.ttf"};
+
+constexpr double kDefaultPixelSize = 11.0;
+constexpr double kLargestPixelSize = 2048.0;
+
+// Family names compare without regard to ASCII case, as the host's do.
+std::string Fold(std::string_view name) {
+  std::string folded(name);
+  std::transform(folded.begin(), folded.end(), folded.begin(), [](char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+  });
+  return folded;
+}
+
+// The em size as FreeType takes it: 26.6 pixels (a character size at 72
+// dots per inch is its size in pixels). FreeType then rounds the size to
+// whole pixels for fonts whose hinting needs it.
+long SizeF26(double pixel_size) {
+  if (!std::isfinite(pixel_size)) pixel_size = kDefaultPixelSize;
+  return std::lround(std::clamp(pixel_size, 1.0, kLargestPixelSize) * 64.0);
+}
+
+FontFile LastResortFile(bool bold, bool italic) {
+  for (const char* path : kLastResortFiles) {
+    std::error_code ignored;
+    if (std::filesystem::exists(path, ignored)) return {path, 0, {bold, italic}};
+  }
+  return {{}, 0, {}};
+}
+
+}  // namespace
+
+// FreeType's side: the library handle and every face opened, one per
+// (file, index, size), kept for the life of the engine.
+struct FontEngine::Faces {
+  using Key = std::tuple<std::filesystem::path, int, long>;
+
+  FT_Library library = nullptr;
+  std::map<Key, FT_Face> open;
+  std::filesystem::path coverage_file;
+
+  Faces() {
+    if (FT_Init_FreeType(&library) != 0) library = nullptr;
+  }
+  ~Faces() {
+    for (auto& [key, face] : open) {
+      if (face != nullptr) FT_Done_Face(face);
+    }
+    if (library != nullptr) FT_Done_FreeType(library);
+  }
+
+  // The face sized to `size` (26.6 pixels); null when the file does not
+  // open, remembered so that it is not tried again.
+  FT_Face Open(const std::filesystem::path& path, int index, long size) {
+    auto [found, added] = open.try_emplace(Key{path, index, size}, nullptr);
+    if (!added || library == nullptr) return found->second;
+    FT_Face face = nullptr;
+    if (FT_New_Face(library, path.c_str(), index, &face) != 0) return nullptr;
+    if (FT_Set_Char_Size(face, 0, size, 72, 72) != 0) {
+      FT_Done_Face(face);
+      return nullptr;
+    }
+    found->second = face;
+    return face;
+  }
+};
+
+FontEngine& FontEngine::Instance() {
+  static FontEngine engine;
+  return engine;
+}
+
+FontEngine::FontEngine() : faces_(std::make_unique<Faces>()) {
+  faces_->coverage_file = MatchSystemFont(kCoverageFamily, false, false).path;
+}
+
+FontEngine::~FontEngine() = default;
+
+Font& FontEngine::FontFor(const FontSpec& spec) {
+  const long size = SizeF26(spec.pixel_size);
+  const auto request = std::make_tuple(spec.name, size, spec.bold, spec.italic);
+  if (auto known = by_spec_.find(request); known != by_spec_.end()) return *known->second;
+
+  const FontFile file = FileFor(spec.name, spec.bold, spec.italic);
+  std::unique_ptr<Font>& font =
+      fonts_[FontKey{file.path, file.index, size, file.synthetic.bold, file.synthetic.oblique}];
+  if (!font) {
+    FT_Face face = file.path.empty() ? nullptr : faces_->Open(file.path, file.index, size);
+    FT_Face coverage =
+        faces_->coverage_file.empty() ? nullptr : faces_->Open(faces_->coverage_file, 0, size);
+    if (coverage == face) coverage = nullptr;
+    font = std::make_unique<Font>(face, coverage, file.synthetic, size / 64.0);
+  }
+  by_spec_.emplace(SpecKey{std::string(spec.name), size, spec.bold, spec.italic}, font.get());
+  return *font;
+}
+
+FontFile FontEngine::FileFor(std::string_view family, bool bold, bool italic) {
+  std::string folded = Fold(family);
+  auto key = std::make_tuple(folded, bold, italic);
+  if (auto known = files_.find(key); known != files_.end()) return known->second;
+
+  FontFile file;
+  if (auto registered = registered_.find(folded); registered != registered_.end()) {
+    file = {registered->second, 0, {bold, italic}};
+  } else if (std::find(kMetricAliases.begin(), kMetricAliases.end(), folded) !=
+             kMetricAliases.end()) {
+    file = MatchSystemFont(kMetricAliasTarget, bold, italic);
+  } else {
+    file = MatchSystemFont(std::string(family), bold, italic);
+  }
+  files_.emplace(std::move(key), file);
+  return file;
+}
+
+void FontEngine::RegisterFamily(std::string_view family, const std::filesystem::path& file) {
+  std::error_code ignored;
+  if (!std::filesystem::is_regular_file(file, ignored)) {
+    throw RuntimeError(err::kFileNotFound, file.string());
+  }
+  registered_[Fold(family)] = file;
+  // Fonts already made stay valid for whoever holds them; only the way
+  // names lead to them changes.
+  files_.clear();
+  by_spec_.clear();
+}
+
+FontFile FontEngine::MatchSystemFont(const std::string& family, bool bold, bool italic) {
+  FcPattern* pattern = FcPatternCreate();
+  if (pattern == nullptr) return LastResortFile(bold, italic);
+  if (!family.empty()) {
+    FcPatternAddString(pattern, FC_FAMILY, reinterpret_cast<const FcChar8*>(family.c_str()));
+  }
+  FcPatternAddInteger(pattern, FC_WEIGHT, bold ? FC_WEIGHT_BOLD : FC_WEIGHT_REGULAR);
+  FcPatternAddInteger(pattern, FC_SLANT, italic ? FC_SLANT_ITALIC : FC_SLANT_ROMAN);
+  FcPatternAddBool(pattern, FC_SCALABLE, FcTrue);
+  FcConfigSubstitute(nullptr, pattern, FcMatchPattern);
+  FcDefaultSubstitute(pattern);
+  FcResult result = FcResultNoMatch;
+  FcPattern* match = FcFontMatch(nullptr, pattern, &result);
+  FcPatternDestroy(pattern);
+  if (match == nullptr) return LastResortFile(bold, italic);
+
+  FontFile file;
+  FcChar8* path = nullptr;
+  int index = 0;
+  int weight = FC_WEIGHT_REGULAR;
+  int slant = FC_SLANT_ROMAN;
+  if (FcPatternGetString(match, FC_FILE, 0, &path) == FcResultMatch) {
+    file.path = reinterpret_cast<const char*>(path);
+  }
+  FcPatternGetInteger(match, FC_INDEX, 0, &index);
+  FcPatternGetInteger(match, FC_WEIGHT, 0, &weight);
+  FcPatternGetInteger(match, FC_SLANT, 0, &slant);
+  FcPatternDestroy(match);
+  if (file.path.empty()) return LastResortFile(bold, italic);
+
+  // A family without a bold or italic face is emboldened or sheared.
+  file.index = index;
+  file.synthetic.bold = bold && weight < FC_WEIGHT_DEMIBOLD;
+  file.synthetic.oblique = italic && slant == FC_SLANT_ROMAN;
+  return file;
+}
+
+}  // namespace kestu

@@ -1,0 +1,191 @@
+#include "kestu/raster/Raster.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdint>
+#include <cstdlib>
+#include <fstream>
+
+#include "Clip.h"
+#include "RowOps.h"
+#include "TextSpans.h"
+#include "kestu/foundation/RuntimeError.h"
+#include "kestu/raster/FontEngine.h"
+
+namespace kestu {
+
+namespace {
+
+constexpr Rgb kOpaque = 0xFF000000u;
+constexpr uint32_t kAlphaHalf = 0x80u;
+
+// Text placed this far off the raster cannot reach it, and laying it out
+// there could overflow the coordinates.
+constexpr int kFarOutside = 1 << 29;
+
+int NonNegative(int value) {
+  return std::max(value, 0);
+}
+
+// The rectangle of a `width` x `height` block at (x, y), its far edges
+// held at the largest coordinate rather than wrapping.
+PixelRect BlockAt(int x, int y, int width, int height) {
+  const auto far_edge = [](int start, int size) {
+    return static_cast<int>(std::min<int64_t>(int64_t{start} + size, INT32_MAX));
+  };
+  return {x, y, far_edge(x, width), far_edge(y, height)};
+}
+
+// Source index for destination index `i` of `dst_size` stretched from
+// `src_size`: the source pixel under the destination pixel's centre.
+int NearestSource(int i, int dst_size, int src_size) {
+  return static_cast<int>((2 * static_cast<int64_t>(i) + 1) * src_size / (2 * int64_t{dst_size}));
+}
+
+}  // namespace
+
+Raster::Raster(int width, int height, Rgb fill)
+    : width_(NonNegative(width)),
+      height_(NonNegative(height)),
+      pixels_(static_cast<size_t>(width_) * height_, fill & 0x00FFFFFFu) {}
+
+void Raster::Resize(int width, int height, Rgb fill) {
+  Raster resized(width, height, fill);
+  resized.Blit(*this, 0, 0);
+  *this = std::move(resized);
+}
+
+Rgb Raster::GetPixel(int x, int y) const {
+  if (x < 0 || y < 0 || x >= width_ || y >= height_) return 0;
+  return Row(y)[x];
+}
+
+void Raster::SetPixel(int x, int y, Rgb color, RasterOp op) {
+  if (x < 0 || y < 0 || x >= width_ || y >= height_) return;
+  Rgb& pixel = Row(y)[x];
+  pixel = ApplyRasterOp(op, color, pixel);
+}
+
+void Raster::FillRect(const PixelRect& rect, Rgb color, RasterOp op) {
+  const PixelRect clipped = Intersect(rect, Bounds());
+  if (IsEmpty(clipped)) return;
+  const int count = clipped.right - clipped.left;
+  DispatchRasterOp(op, [&](auto kOp) {
+    for (int y = clipped.top; y < clipped.bottom; ++y) {
+      ApplyToRow<kOp()>(Row(y) + clipped.left, count, color);
+    }
+  });
+}
+
+void Raster::DrawLine(int x1, int y1, int x2, int y2, Rgb color, RasterOp op) {
+  // The end point is left out, as the host's line does: a line from (0, 0)
+  // to (5, 0) covers x = 0..4, and a line to its own start draws nothing.
+  if (y1 == y2) {
+    const int left = x1 <= x2 ? x1 : x2 + 1;
+    const int right = x1 <= x2 ? x2 : x1 + 1;
+    FillRect({left, y1, right, y1 + 1}, color, op);
+    return;
+  }
+  if (x1 == x2) {
+    const int top = y1 <= y2 ? y1 : y2 + 1;
+    const int bottom = y1 <= y2 ? y2 : y1 + 1;
+    FillRect({x1, top, x1 + 1, bottom}, color, op);
+    return;
+  }
+  // Bresenham, in closed form: step k of the major axis puts the minor
+  // axis at the nearest pixel to the true line (halves away from the
+  // start), so the steps that fall outside the raster can be skipped
+  // without walking them.
+  const int64_t dx = int64_t{x2} - x1;
+  const int64_t dy = int64_t{y2} - y1;
+  const bool x_major = std::llabs(dx) >= std::llabs(dy);
+  const int64_t major_start = x_major ? x1 : y1;
+  const int64_t minor_start = x_major ? y1 : x1;
+  const int64_t major_delta = std::llabs(x_major ? dx : dy);
+  const int64_t minor_delta = std::llabs(x_major ? dy : dx);
+  const int64_t major_step = (x_major ? dx : dy) > 0 ? 1 : -1;
+  const int64_t minor_step = (x_major ? dy : dx) > 0 ? 1 : -1;
+  const int64_t major_limit = x_major ? width_ : height_;
+
+  // Steps k in [0, major_delta) whose major coordinate lies inside.
+  int64_t first = 0;
+  int64_t last = major_delta;  // exclusive
+  if (major_step > 0) {
+    first = std::max<int64_t>(first, -major_start);
+    last = std::min<int64_t>(last, major_limit - major_start);
+  } else {
+    first = std::max<int64_t>(first, major_start - (major_limit - 1));
+    last = std::min<int64_t>(last, major_start + 1);
+  }
+  for (int64_t k = first; k < last; ++k) {
+    const int64_t major = major_start + major_step * k;
+    const int64_t minor =
+        minor_start + minor_step * ((2 * k * minor_delta + major_delta) / (2 * major_delta));
+    const int64_t x = x_major ? major : minor;
+    const int64_t y = x_major ? minor : major;
+    if (y < 0 || y >= height_ || x < 0 || x >= width_) continue;
+    SetPixel(static_cast<int>(x), static_cast<int>(y), color, op);
+  }
+}
+
+void Raster::DrawPicture(const StdPicture& picture, int x, int y, int width, int height,
+                         RasterOp op) {
+  const int src_width = picture.WidthPixels();
+  const int src_height = picture.HeightPixels();
+  if (width <= 0 || height <= 0 || src_width <= 0 || src_height <= 0) return;
+  const PixelRect clipped = Intersect(BlockAt(x, y, width, height), Bounds());
+  if (IsEmpty(clipped)) return;
+  DispatchRasterOp(op, [&](auto kOp) {
+    for (int dy = clipped.top; dy < clipped.bottom; ++dy) {
+      const int sy = NearestSource(dy - y, height, src_height);
+      Rgb* row = Row(dy);
+      for (int dx = clipped.left; dx < clipped.right; ++dx) {
+        const uint32_t source = picture.PixelAt(NearestSource(dx - x, width, src_width), sy);
+        // Pixels less than half opaque are holes, as a mask would leave them.
+        if ((source >> 24) < kAlphaHalf) continue;
+        row[dx] = ApplyRasterOp(kOp(), source, row[dx]);
+      }
+    }
+  });
+}
+
+TextExtent Raster::MeasureText(const FontSpec& spec, std::string_view utf8) {
+  Font& font = FontEngine::Instance().FontFor(spec);
+  return {TextAdvance(font, utf8), font.Metrics().height};
+}
+
+void Raster::DrawText(const FontSpec& spec, std::string_view utf8, int x, int y, Rgb color,
+                      RasterOp op) {
+  if (std::abs(x) > kFarOutside || std::abs(y) > kFarOutside) return;
+  Font& font = FontEngine::Instance().FontFor(spec);
+  auto fill = [&](const PixelRect& run) { FillRect(run, color, op); };
+  PaintText(font, spec, utf8, x, y, fill);
+}
+
+void Raster::Blit(const Raster& source, int x, int y) {
+  const PixelRect clipped = Intersect(BlockAt(x, y, source.width_, source.height_), Bounds());
+  if (IsEmpty(clipped)) return;
+  const int count = clipped.right - clipped.left;
+  for (int row = clipped.top; row < clipped.bottom; ++row) {
+    const Rgb* from = source.Row(row - y) + (clipped.left - x);
+    std::copy_n(from, count, Row(row) + clipped.left);
+  }
+}
+
+std::vector<uint8_t> Raster::ToPng() const {
+  std::vector<uint32_t> opaque(pixels_.size());
+  std::transform(pixels_.begin(), pixels_.end(), opaque.begin(),
+                 [](Rgb pixel) { return pixel | kOpaque; });
+  return EncodePng(width_, height_, opaque);
+}
+
+void Raster::SavePng(const std::filesystem::path& path) const {
+  const std::vector<uint8_t> png = ToPng();
+  std::ofstream out(path, std::ios::binary | std::ios::trunc);
+  if (!out) throw ErrorFromErrno(errno, path.string(), true);
+  out.write(reinterpret_cast<const char*>(png.data()), static_cast<std::streamsize>(png.size()));
+  out.close();
+  if (!out) throw ErrorFromErrno(errno, path.string(), true);
+}
+
+}  // namespace kestu
