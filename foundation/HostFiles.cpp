@@ -1,0 +1,143 @@
+#include "kestu/foundation/HostFiles.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+
+#include "kestu/foundation/RuntimeError.h"
+
+namespace kestu {
+
+namespace {
+
+bool RefusesWriting(int errno_value) {
+  return errno_value == EACCES || errno_value == EPERM || errno_value == EROFS ||
+         errno_value == ETXTBSY;
+}
+
+bool ExistsAsFile(const std::string& path) {
+  struct stat info {};
+  return ::stat(path.c_str(), &info) == 0 && !S_ISDIR(info.st_mode);
+}
+
+}  // namespace
+
+HostFiles& HostFiles::Instance() {
+  static HostFiles files;
+  return files;
+}
+
+HostFiles::~HostFiles() {
+  CloseAll();
+}
+
+HostFiles::OpenFile& HostFiles::Entry(int number) {
+  if (number < kFirstNumber || number > kLastNumber || files_[number].fd < 0) {
+    throw RuntimeError(err::kBadFileNameOrNumber, "#" + std::to_string(number));
+  }
+  return files_[number];
+}
+
+const HostFiles::OpenFile& HostFiles::Entry(int number) const {
+  return const_cast<HostFiles*>(this)->Entry(number);
+}
+
+void HostFiles::Fail(int errno_value, const std::string& path, bool creating) {
+  last_failed_path_ = path;
+  throw ErrorFromErrno(errno_value, path, creating);
+}
+
+void HostFiles::OpenBinary(int number, const std::string& path) {
+  if (number < kFirstNumber || number > kLastNumber) {
+    throw RuntimeError(err::kBadFileNameOrNumber, "#" + std::to_string(number));
+  }
+  if (files_[number].fd >= 0) {
+    last_failed_path_ = path;
+    throw RuntimeError(err::kFileAlreadyOpen, path);
+  }
+  if (path.empty()) {
+    last_failed_path_ = path;
+    throw RuntimeError(err::kBadFileNameOrNumber, path);
+  }
+  // Creating but never truncating: a target longer than what is written
+  // keeps its tail.
+  int fd = ::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
+  if (fd < 0 && RefusesWriting(errno) && ExistsAsFile(path)) {
+    const int refused = errno;
+    fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    if (fd < 0) Fail(refused, path);
+  }
+  if (fd < 0) Fail(errno, path, /*creating=*/true);
+  files_[number] = OpenFile{fd, path};
+}
+
+bool HostFiles::IsOpen(int number) const {
+  return number >= kFirstNumber && number <= kLastNumber && files_[number].fd >= 0;
+}
+
+int64_t HostFiles::Length(int number) const {
+  const OpenFile& file = Entry(number);
+  struct stat info {};
+  if (::fstat(file.fd, &info) != 0) {
+    throw ErrorFromErrno(errno, file.path);
+  }
+  return static_cast<int64_t>(info.st_size);
+}
+
+bool HostFiles::AtEnd(int number) const {
+  const OpenFile& file = Entry(number);
+  const off_t position = ::lseek(file.fd, 0, SEEK_CUR);
+  if (position < 0) throw ErrorFromErrno(errno, file.path);
+  return position >= Length(number);
+}
+
+size_t HostFiles::Read(int number, std::span<std::byte> buffer) {
+  const OpenFile& file = Entry(number);
+  size_t done = 0;
+  while (done < buffer.size()) {
+    const ssize_t got = ::read(file.fd, buffer.data() + done, buffer.size() - done);
+    if (got < 0 && errno == EINTR) continue;
+    if (got < 0) Fail(errno, file.path);
+    if (got == 0) break;  // the end of a file that shrank under us
+    done += static_cast<size_t>(got);
+  }
+  return done;
+}
+
+void HostFiles::Write(int number, std::span<const std::byte> data) {
+  const OpenFile& file = Entry(number);
+  size_t done = 0;
+  while (done < data.size()) {
+    const ssize_t put = ::write(file.fd, data.data() + done, data.size() - done);
+    if (put < 0 && errno == EINTR) continue;
+    // A descriptor opened read-only refuses with EBADF: the host calls that
+    // a path/file access error, not a bad file number.
+    if (put < 0 && errno == EBADF) {
+      last_failed_path_ = file.path;
+      throw RuntimeError(err::kPathFileAccessError, file.path);
+    }
+    if (put < 0) Fail(errno, file.path);
+    if (put == 0) Fail(ENOSPC, file.path);  // a device that takes nothing more is full
+    done += static_cast<size_t>(put);
+  }
+}
+
+void HostFiles::Close(int number) {
+  if (!IsOpen(number)) return;
+  ::close(files_[number].fd);
+  files_[number] = OpenFile{};
+}
+
+void HostFiles::CloseAll() {
+  for (int number = kFirstNumber; number <= kLastNumber; ++number) Close(number);
+}
+
+std::string HostFiles::Dir(const std::string& path) {
+  if (path.empty() || !ExistsAsFile(path)) return {};
+  const size_t slash = path.find_last_of('/');
+  return slash == std::string::npos ? path : path.substr(slash + 1);
+}
+
+}  // namespace kestu
