@@ -1,0 +1,125 @@
+#include "kestu/host/Form.h"
+
+#include <algorithm>
+
+#include "host/Names.h"
+#include "host/Units.h"
+#include "kestu/foundation/RuntimeError.h"
+#include "kestu/host/HostedControl.h"
+
+namespace kestu {
+
+Form::Form(std::string name, int32_t hwnd, int width_twips, int height_twips, int twips_per_pixel_x,
+           int twips_per_pixel_y, FontRef font)
+    : name_(std::move(name)),
+      hwnd_(hwnd),
+      caption_(name_),
+      width_twips_(width_twips),
+      height_twips_(height_twips),
+      twips_per_pixel_x_(twips_per_pixel_x),
+      twips_per_pixel_y_(twips_per_pixel_y),
+      font_(std::move(font)) {}
+
+Form::~Form() = default;
+
+void Form::Resize(int width_twips, int height_twips) {
+  if (width_twips < 0 || height_twips < 0) throw RuntimeError(err::kInvalidPropertyValue, name_);
+  width_twips_ = width_twips;
+  height_twips_ = height_twips;
+  DockControls();
+}
+
+int Form::WidthPixels() const {
+  return TwipsToPixels(width_twips_, twips_per_pixel_x_);
+}
+int Form::HeightPixels() const {
+  return TwipsToPixels(height_twips_, twips_per_pixel_y_);
+}
+
+PixelRect Form::ScreenRect() const {
+  return {screen_left_, screen_top_, screen_left_ + WidthPixels(), screen_top_ + HeightPixels()};
+}
+
+void Form::MoveOnScreen(int left, int top) {
+  screen_left_ = left;
+  screen_top_ = top;
+}
+
+HostedControl* Form::FindControl(std::string_view name) const {
+  for (const auto& control : controls_) {
+    if (SameName(control->Name(), name)) return control.get();
+  }
+  return nullptr;
+}
+
+HostedControl& Form::Add(std::unique_ptr<HostedControl> control) {
+  controls_.push_back(std::move(control));
+  return *controls_.back();
+}
+
+std::unique_ptr<HostedControl> Form::Remove(const HostedControl& control) {
+  auto it = std::find_if(controls_.begin(), controls_.end(),
+                         [&](const auto& c) { return c.get() == &control; });
+  if (it == controls_.end()) return nullptr;
+  std::unique_ptr<HostedControl> removed = std::move(*it);
+  controls_.erase(it);
+  if (active_control_ == removed.get()) active_control_ = nullptr;
+  return removed;
+}
+
+int Form::TabIndexOf(const HostedControl& control) const {
+  for (size_t i = 0; i < controls_.size(); ++i) {
+    if (controls_[i].get() == &control) return static_cast<int>(i);
+  }
+  return -1;
+}
+
+void Form::SetTabIndex(const HostedControl& control, int index) {
+  if (index < 0) throw RuntimeError(err::kInvalidPropertyValue, "TabIndex");
+  const int from = TabIndexOf(control);
+  if (from < 0) return;
+  const int to = std::min(index, static_cast<int>(controls_.size()) - 1);
+  auto moved = std::move(controls_[from]);
+  controls_.erase(controls_.begin() + from);
+  controls_.insert(controls_.begin() + to, std::move(moved));
+  // Docked controls stack in tab order, so the order may move them.
+  DockControls();
+}
+
+void Form::DockControls() {
+  // Docking resizes controls, whose Resize may dock again: one pass at a
+  // time is enough, the outer pass places everything.
+  if (docking_) return;
+  docking_ = true;
+  int left = 0, top = 0, right = width_twips_, bottom = height_twips_;
+  for (const auto& control : controls_) {
+    const TwipsRect bounds = control->Bounds();
+    const int across = std::max(0, right - left);
+    const int down = std::max(0, bottom - top);
+    // A docked control may change its own thickness in its Resize (a bar
+    // sizes its height): the strip it takes is read after docking it.
+    switch (control->Align()) {
+      case align::kTop:
+        control->Dock({left, top, across, bounds.height});
+        top += control->Bounds().height;
+        break;
+      case align::kBottom:
+        control->Dock({left, bottom - bounds.height, across, bounds.height});
+        bottom -= control->Bounds().height;
+        break;
+      case align::kLeft:
+        control->Dock({left, top, bounds.width, down});
+        left += control->Bounds().width;
+        break;
+      case align::kRight:
+        control->Dock({right - bounds.width, top, bounds.width, down});
+        right -= control->Bounds().width;
+        break;
+      default:
+        break;
+    }
+  }
+  docking_ = false;
+}
+
+}  // namespace kestu

@@ -1,0 +1,273 @@
+#include "kestu/host/FormFile.h"
+
+#include <cctype>
+#include <initializer_list>
+#include <limits>
+#include <optional>
+#include <vector>
+
+#include "foundation/VariantJson.h"
+#include "host/Names.h"
+#include "kestu/foundation/RuntimeError.h"
+#include "kestu/host/Host.h"
+
+namespace kestu {
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+// A control as the file describes it, checked but not yet created.
+struct ControlEntry {
+  const ClassInfo* info = nullptr;
+  std::string name;
+  TwipsRect rect;
+  bool visible = true;
+  std::string tool_tip_text;
+  int16_t align = 0;
+  PropertyBag bag;
+};
+
+struct FormEntry {
+  std::string name;
+  std::string caption;
+  int width = Host::kDefaultFormWidth;
+  int height = Host::kDefaultFormHeight;
+  OLE_COLOR back_color = syscolor::kButtonFace;
+  FontRef font;
+  std::vector<ControlEntry> controls;
+};
+
+// Reads one JSON object, naming the file and where in it every error is.
+class Reader {
+ public:
+  Reader(const Json& object, std::string where) : object_(object), where_(std::move(where)) {
+    if (!object_.is_object()) Fail("expected an object");
+  }
+
+  [[noreturn]] void Fail(const std::string& what) const {
+    throw RuntimeError(err::kInvalidPropertyValue, where_ + ": " + what);
+  }
+
+  void OnlyKeys(std::initializer_list<std::string_view> known) const {
+    for (const auto& [key, value] : object_.items()) {
+      bool found = false;
+      for (std::string_view k : known) found = found || k == key;
+      if (!found) Fail("unknown key \"" + key + "\"");
+    }
+  }
+
+  const Json* Find(const char* key) const {
+    auto it = object_.find(key);
+    return it == object_.end() ? nullptr : &*it;
+  }
+
+  const Json& Require(const char* key) const {
+    const Json* value = Find(key);
+    if (!value) Fail(std::string("missing key \"") + key + "\"");
+    return *value;
+  }
+
+  std::string String(const char* key, std::string fallback) const {
+    const Json* value = Find(key);
+    if (!value) return fallback;
+    if (!value->is_string()) KeyFail(key, "expected a string");
+    return value->get<std::string>();
+  }
+
+  std::string Name(const char* key) const {
+    std::string name = String(key, "");
+    if (!Find(key)) Fail(std::string("missing key \"") + key + "\"");
+    if (!IsIdentifier(name)) KeyFail(key, "\"" + name + "\" is not a name");
+    return name;
+  }
+
+  int64_t Integer(const char* key, int64_t fallback, int64_t low, int64_t high) const {
+    const Json* value = Find(key);
+    if (!value) return fallback;
+    if (!value->is_number_integer()) KeyFail(key, "expected an integer");
+    const int64_t number = value->get<int64_t>();
+    if (number < low || number > high) KeyFail(key, "out of range");
+    return number;
+  }
+
+  bool Boolean(const char* key, bool fallback) const {
+    const Json* value = Find(key);
+    if (!value) return fallback;
+    if (!value->is_boolean()) KeyFail(key, "expected true or false");
+    return value->get<bool>();
+  }
+
+  const std::string& Where() const { return where_; }
+
+  [[noreturn]] void KeyFail(const char* key, const std::string& what) const {
+    Fail(std::string("key \"") + key + "\": " + what);
+  }
+
+ private:
+  static bool IsIdentifier(const std::string& name) {
+    if (name.empty() || !std::isalpha(static_cast<unsigned char>(name[0]))) return false;
+    for (char c : name) {
+      if (!std::isalnum(static_cast<unsigned char>(c)) && c != '_') return false;
+    }
+    return true;
+  }
+
+  const Json& object_;
+  std::string where_;
+};
+
+constexpr int64_t kMaxTwips = std::numeric_limits<int32_t>::max();
+
+ControlEntry ReadControl(const Json& json, const std::string& source, size_t index) {
+  Reader reader(json, source + ": control " + std::to_string(index));
+  ControlEntry entry;
+  entry.name = reader.Name("Name");
+  const Reader named(json, source + ": control '" + entry.name + "'");
+  named.OnlyKeys({"Type", "Name", "Left", "Top", "Width", "Height", "Visible", "ToolTipText",
+                  "Align", "Properties"});
+  const std::string type = named.String("Type", "");
+  if (!named.Find("Type")) named.Fail("missing key \"Type\"");
+  entry.info = ControlRegistry::Instance().Find(type);
+  if (!entry.info) named.KeyFail("Type", "unknown control type \"" + type + "\"");
+  entry.rect.left = static_cast<int>(named.Integer("Left", 0, -kMaxTwips, kMaxTwips));
+  entry.rect.top = static_cast<int>(named.Integer("Top", 0, -kMaxTwips, kMaxTwips));
+  entry.rect.width =
+      static_cast<int>(named.Integer("Width", entry.info->default_width, 0, kMaxTwips));
+  entry.rect.height =
+      static_cast<int>(named.Integer("Height", entry.info->default_height, 0, kMaxTwips));
+  entry.visible = named.Boolean("Visible", true);
+  entry.tool_tip_text = named.String("ToolTipText", "");
+  entry.align = static_cast<int16_t>(named.Integer("Align", 0, align::kNone, align::kRight));
+  if (const Json* bag = named.Find("Properties")) {
+    entry.bag = BagFromJson(*bag, named.Where());
+  }
+  return entry;
+}
+
+FormEntry ReadForm(const Json& json, const std::string& source) {
+  const Reader reader(json, source);
+  reader.OnlyKeys({"Name", "Caption", "Width", "Height", "BackColor", "Font", "Controls"});
+  FormEntry form;
+  form.name = reader.Name("Name");
+  form.caption = reader.String("Caption", form.name);
+  form.width = static_cast<int>(reader.Integer("Width", form.width, 0, kMaxTwips));
+  form.height = static_cast<int>(reader.Integer("Height", form.height, 0, kMaxTwips));
+  form.back_color = static_cast<OLE_COLOR>(
+      reader.Integer("BackColor", static_cast<int32_t>(form.back_color),
+                     std::numeric_limits<int32_t>::min(), std::numeric_limits<int32_t>::max()));
+  if (const Json* font = reader.Find("Font")) {
+    const Variant value = VariantFromJson(*font, source + ": key \"Font\"");
+    if (value.Type() != VarType::Font) reader.KeyFail("Font", "expected a font");
+    form.font = value.ToFont();
+  }
+  const Json& controls = reader.Require("Controls");
+  if (!controls.is_array()) reader.KeyFail("Controls", "expected an array");
+  for (size_t i = 0; i < controls.size(); ++i) {
+    ControlEntry entry = ReadControl(controls[i], source, i);
+    for (const ControlEntry& earlier : form.controls) {
+      if (SameName(earlier.name, entry.name)) {
+        reader.Fail("control '" + entry.name + "' is named twice");
+      }
+    }
+    form.controls.push_back(std::move(entry));
+  }
+  return form;
+}
+
+// Each control initialised and restored from its bag on a form nobody sees
+// yet. A failing control fails the whole file.
+std::unique_ptr<Form> BuildOffForm(Host& host, FormEntry& entry, const std::string& source) {
+  std::unique_ptr<Form> form = host.NewDetachedForm(entry.name, entry.width, entry.height);
+  form->SetCaption(entry.caption);
+  form->SetBackColor(entry.back_color);
+  if (entry.font) form->SetFont(entry.font);
+  try {
+    for (ControlEntry& control : entry.controls) {
+      try {
+        HostedControl& site = host.RestoreControl(*form, *control.info, control.name,
+                                                  std::move(control.bag), control.rect);
+        site.SetExtender("Visible", Variant::Boolean(control.visible));
+        site.SetExtender("ToolTipText", Variant(control.tool_tip_text));
+        site.SetExtender("Align", Variant(control.align));
+      } catch (const RuntimeError& error) {
+        throw RuntimeError(error.Number(),
+                           source + ": control '" + control.name +
+                               "': " + (error.Detail().empty() ? error.Message() : error.Detail()));
+      }
+    }
+  } catch (...) {
+    host.DiscardForm(std::move(form));
+    throw;
+  }
+  return form;
+}
+
+Json FormToJson(Host& host, Form& form) {
+  Json json;
+  json["Name"] = form.Name();
+  json["Caption"] = form.Caption();
+  json["Width"] = form.WidthTwips();
+  json["Height"] = form.HeightTwips();
+  json["BackColor"] = static_cast<int32_t>(form.BackColor());
+  json["Font"] = VariantToJson(Variant(form.Font()));
+  Json controls = Json::array();
+  for (const auto& control : form.Controls()) {
+    const TwipsRect bounds = control->Bounds();
+    Json entry;
+    entry["Type"] = control->Class().name;
+    entry["Name"] = control->Name();
+    entry["Left"] = bounds.left;
+    entry["Top"] = bounds.top;
+    entry["Width"] = bounds.width;
+    entry["Height"] = bounds.height;
+    entry["Visible"] = control->Visible();
+    entry["ToolTipText"] = control->ToolTipText();
+    entry["Align"] = control->Align();
+    entry["Properties"] = BagToJson(host.SaveControl(*control));
+    controls.push_back(std::move(entry));
+  }
+  json["Controls"] = std::move(controls);
+  return json;
+}
+
+Form& LoadFormJson(Host& host, const Json& json, const std::string& name) {
+  FormEntry entry = ReadForm(json, name);
+  std::unique_ptr<Form> built = BuildOffForm(host, entry, name);
+  // From here on the file is good: the form goes in, then every control is
+  // resized and shown on it, as when a form is loaded.
+  Form& form = host.InstallForm(std::move(built));
+  std::vector<std::pair<std::weak_ptr<int>, HostedControl*>> controls;
+  for (const auto& control : form.Controls()) {
+    controls.emplace_back(control->Lifetime(), control.get());
+  }
+  for (auto& [alive, control] : controls) {
+    if (alive.expired()) continue;
+    host.RunReportingErrors([&host, control = control] { host.ShowControl(*control); });
+  }
+  form.SetModified(false);
+  return form;
+}
+
+}  // namespace
+
+std::string FormFileText(Host& host, Form& form) {
+  // The same layout SaveJsonFile writes.
+  return FormToJson(host, form).dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+}
+
+void SaveFormFile(Host& host, Form& form, const std::filesystem::path& path) {
+  SaveJsonFile(path, FormToJson(host, form));
+  form.SetModified(false);
+}
+
+Form& LoadFormText(Host& host, std::string_view text, std::string_view source) {
+  const std::string name(source);
+  return LoadFormJson(host, ParseJsonStrict(text, name), name);
+}
+
+Form& LoadFormFile(Host& host, const std::filesystem::path& path) {
+  return LoadFormJson(host, LoadJsonFile(path), path.string());
+}
+
+}  // namespace kestu

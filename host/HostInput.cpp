@@ -1,0 +1,163 @@
+#include "kestu/host/HostInput.h"
+
+#include <cctype>
+#include <vector>
+
+#include "host/Units.h"
+#include "kestu/foundation/Integer.h"
+#include "kestu/host/Host.h"
+#include "kestu/host/KeyStroke.h"
+
+namespace kestu {
+
+namespace {
+
+// The characters of `text`; a byte that starts no valid UTF-8 sequence
+// stands for itself, as a Latin-1 character.
+std::vector<char32_t> Characters(std::string_view text) {
+  std::vector<char32_t> out;
+  size_t i = 0;
+  while (i < text.size()) {
+    const auto lead = static_cast<unsigned char>(text[i]);
+    const size_t extra = lead >= 0xF0 && lead <= 0xF4  ? 3
+                         : lead >= 0xE0 && lead < 0xF0 ? 2
+                         : lead >= 0xC2 && lead < 0xE0 ? 1
+                                                       : 0;
+    char32_t code = lead & (0x3Fu >> extra);
+    size_t k = 1;
+    while (k <= extra && i + k < text.size() &&
+           (static_cast<unsigned char>(text[i + k]) & 0xC0) == 0x80) {
+      code = (code << 6) | (static_cast<unsigned char>(text[i + k]) & 0x3Fu);
+      ++k;
+    }
+    if (extra > 0 && k == extra + 1) {
+      out.push_back(code);
+      i += k;
+    } else {
+      out.push_back(lead);
+      ++i;
+    }
+  }
+  return out;
+}
+
+}  // namespace
+
+void HostInput::KeyDown(HostedControl& control, int16_t key_code, int16_t shift) {
+  if (!control.WindowEnabled()) return;
+  control.Control().UserControl_KeyDown(key_code, shift);
+}
+
+void HostInput::KeyPress(HostedControl& control, int16_t key_ascii) {
+  if (!control.WindowEnabled()) return;
+  control.Control().UserControl_KeyPress(key_ascii);
+}
+
+void HostInput::KeyUp(HostedControl& control, int16_t key_code, int16_t shift) {
+  if (!control.WindowEnabled()) return;
+  control.Control().UserControl_KeyUp(key_code, shift);
+}
+
+HostedControl* HostInput::AccessKeyOwner(const HostedControl& control, int16_t key_code) const {
+  if (key_code <= 0 || key_code > 127 || !std::isalnum(key_code)) return nullptr;
+  const int wanted = std::tolower(key_code);
+  for (const auto& candidate : control.Owner().Controls()) {
+    for (char key : candidate->Control().AccessKeys()) {
+      if (std::tolower(static_cast<unsigned char>(key)) == wanted) return candidate.get();
+    }
+  }
+  return nullptr;
+}
+
+void HostInput::PressKey(HostedControl& control, int16_t key_code, int16_t shift) {
+  if (shift & shift::kAlt) {
+    if (HostedControl* owner = AccessKeyOwner(control, key_code)) {
+      if (!owner->WindowEnabled()) return;
+      // The character as typed: lower case unless Shift is held too.
+      int16_t key_ascii = static_cast<int16_t>((shift & shift::kShift) ? std::toupper(key_code)
+                                                                       : std::tolower(key_code));
+      owner->Control().UserControl_AccessKeyPress(key_ascii);
+      return;
+    }
+  }
+  std::weak_ptr<int> alive = control.Lifetime();
+  KeyDown(control, key_code, shift);
+  if (alive.expired()) return;
+  if (const int16_t character = CharacterOfKey(key_code)) {
+    KeyPress(control, character);
+    if (alive.expired()) return;
+  }
+  KeyUp(control, key_code, shift);
+}
+
+void HostInput::Type(HostedControl& control, std::string_view utf8) {
+  std::weak_ptr<int> alive = control.Lifetime();
+  for (char32_t character : Characters(utf8)) {
+    const KeyStroke stroke = KeyStrokeFor(character);
+    // KeyAscii is 16 bits: a character beyond it cannot be typed.
+    const int16_t key_ascii = ToInt16(static_cast<int64_t>(character));
+    KeyDown(control, stroke.key_code, stroke.shift);
+    if (alive.expired()) return;
+    KeyPress(control, key_ascii);
+    if (alive.expired()) return;
+    KeyUp(control, stroke.key_code, stroke.shift);
+    if (alive.expired()) return;
+  }
+}
+
+HostedControl& HostInput::MouseTarget(HostedControl& control, float& x, float& y) const {
+  HostedControl* holder = host_.CaptureHolder();
+  if (!holder || holder == &control) return control;
+  if (&holder->Owner() == &control.Owner()) {
+    // Same form: translate exactly, in twips.
+    x += static_cast<float>(control.Bounds().left - holder->Bounds().left);
+    y += static_cast<float>(control.Bounds().top - holder->Bounds().top);
+  } else {
+    const POINTAPI cursor = host_.CursorPos();
+    const POINTAPI origin = host_.ControlScreenOrigin(*holder);
+    x = static_cast<float>((cursor.x - origin.x) * holder->TwipsPerPixelX());
+    y = static_cast<float>((cursor.y - origin.y) * holder->TwipsPerPixelY());
+  }
+  return *holder;
+}
+
+void HostInput::Mouse(HostedControl& control, MouseAction action, int16_t button, int16_t shift,
+                      float x, float y) {
+  const POINTAPI origin = host_.ControlScreenOrigin(control);
+  host_.SetCursorPos(origin.x + TwipsToPixels(x, control.TwipsPerPixelX()),
+                     origin.y + TwipsToPixels(y, control.TwipsPerPixelY()));
+  HostedControl& target = MouseTarget(control, x, y);
+  if (!target.WindowEnabled()) return;
+  UserControl& procedures = target.Control();
+  switch (action) {
+    case MouseAction::Down:
+      procedures.UserControl_MouseDown(button, shift, x, y);
+      break;
+    case MouseAction::Up:
+      procedures.UserControl_MouseUp(button, shift, x, y);
+      break;
+    case MouseAction::Move:
+      procedures.UserControl_MouseMove(button, shift, x, y);
+      break;
+  }
+}
+
+void HostInput::Click(HostedControl& control, int16_t button, int16_t shift, float x, float y) {
+  std::weak_ptr<int> alive = control.Lifetime();
+  Mouse(control, MouseAction::Down, button, shift, x, y);
+  if (alive.expired()) return;
+  Mouse(control, MouseAction::Up, button, shift, x, y);
+  if (alive.expired() || !control.WindowEnabled()) return;
+  control.Control().UserControl_Click();
+}
+
+void HostInput::DblClick(HostedControl& control, int16_t button, int16_t shift, float x, float y) {
+  std::weak_ptr<int> alive = control.Lifetime();
+  Click(control, button, shift, x, y);
+  if (alive.expired() || !control.WindowEnabled()) return;
+  control.Control().UserControl_DblClick();
+  if (alive.expired()) return;
+  Mouse(control, MouseAction::Up, button, shift, x, y);
+}
+
+}  // namespace kestu

@@ -1,0 +1,208 @@
+#include "kestu/host/HostedControl.h"
+
+#include "host/Names.h"
+#include "host/Units.h"
+#include "kestu/foundation/Integer.h"
+#include "kestu/foundation/RuntimeError.h"
+#include "kestu/host/Form.h"
+#include "kestu/host/Host.h"
+
+namespace kestu {
+
+namespace {
+
+// The host's number for assigning a property that can only be read.
+constexpr int kReadOnlyProperty = 383;
+
+int TwipsFrom(const Variant& value) {
+  return CLng(value.ToDouble());
+}
+
+}  // namespace
+
+HostedControl::HostedControl(Host& host, Form& form, const ClassInfo& info, std::string name,
+                             const TwipsRect& rect, AmbientValues ambient)
+    : host_(host),
+      form_(&form),
+      class_(info),
+      name_(std::move(name)),
+      twips_per_pixel_x_(host.TwipsPerPixelX()),
+      twips_per_pixel_y_(host.TwipsPerPixelY()),
+      hwnd_(host.NewHandle()),
+      hdc_(host.NewHandle()),
+      raster_(TwipsToPixels(rect.width, twips_per_pixel_x_),
+              TwipsToPixels(rect.height, twips_per_pixel_y_), ResolveColor(syscolor::kButtonFace)),
+      left_(rect.left),
+      top_(rect.top),
+      width_(rect.width),
+      height_(rect.height),
+      ambient_(std::move(ambient)) {
+  host_.RegisterWindow(hwnd_, {.control = this});
+  host_.RegisterDeviceContext(hdc_, this);
+  control_ = class_.create();
+  control_->AttachSite(this);
+}
+
+HostedControl::~HostedControl() {
+  control_.reset();
+  host_.ForgetHandle(hwnd_);
+  host_.ForgetHandle(hdc_);
+}
+
+void HostedControl::Move(int left_twips, int top_twips) {
+  left_ = left_twips;
+  top_ = top_twips;
+}
+
+void HostedControl::Dock(const TwipsRect& rect) {
+  Move(rect.left, rect.top);
+  ApplySize(rect.width, rect.height);
+}
+
+PixelRect HostedControl::PixelBoundsOnForm() const {
+  const int left = TwipsToPixels(left_, twips_per_pixel_x_);
+  const int top = TwipsToPixels(top_, twips_per_pixel_y_);
+  return {left, top, left + raster_.Width(), top + raster_.Height()};
+}
+
+void HostedControl::SetAmbient(std::string_view name, const Variant& value) {
+  std::string property;
+  if (SameName(name, "UserMode")) {
+    ambient_.user_mode = value.ToBool();
+    property = "UserMode";
+  } else if (SameName(name, "DisplayAsDefault")) {
+    ambient_.display_as_default = value.ToBool();
+    property = "DisplayAsDefault";
+  } else if (SameName(name, "Font")) {
+    ambient_.font = value.ToFont();
+    property = "Font";
+  } else if (SameName(name, "DisplayName")) {
+    ambient_.display_name = value.ToString();
+    property = "DisplayName";
+  } else {
+    throw RuntimeError(err::kNotSupported, std::string(name));
+  }
+  control_->UserControl_AmbientChanged(property);
+}
+
+int HostedControl::ScreenTwipsPerPixelX() const {
+  return host_.TwipsPerPixelX();
+}
+int HostedControl::ScreenTwipsPerPixelY() const {
+  return host_.TwipsPerPixelY();
+}
+
+FontRef HostedControl::AmbientFont() const {
+  return ambient_.font ? ambient_.font : form_->Font();
+}
+
+Variant HostedControl::GetExtender(std::string_view name) const {
+  if (SameName(name, "Name")) return Variant(name_);
+  if (SameName(name, "Left")) return Variant(static_cast<float>(left_));
+  if (SameName(name, "Top")) return Variant(static_cast<float>(top_));
+  if (SameName(name, "Width")) return Variant(static_cast<float>(width_));
+  if (SameName(name, "Height")) return Variant(static_cast<float>(height_));
+  if (SameName(name, "Visible")) return Variant::Boolean(visible_);
+  if (SameName(name, "TabIndex")) return Variant(static_cast<int16_t>(form_->TabIndexOf(*this)));
+  if (SameName(name, "ToolTipText")) return Variant(tool_tip_text_);
+  if (SameName(name, "Align")) return Variant(align_);
+  throw RuntimeError(err::kNotSupported, std::string(name));
+}
+
+void HostedControl::SetExtender(std::string_view name, const Variant& value) {
+  if (SameName(name, "Name")) {
+    throw RuntimeError(kReadOnlyProperty, "Name");
+  } else if (SameName(name, "Left")) {
+    Move(TwipsFrom(value), top_);
+    if (align_ != align::kNone) form_->DockControls();
+  } else if (SameName(name, "Top")) {
+    Move(left_, TwipsFrom(value));
+    if (align_ != align::kNone) form_->DockControls();
+  } else if (SameName(name, "Width")) {
+    RequestSize(TwipsFrom(value), height_);
+  } else if (SameName(name, "Height")) {
+    RequestSize(width_, TwipsFrom(value));
+  } else if (SameName(name, "Visible")) {
+    visible_ = value.ToBool();
+  } else if (SameName(name, "TabIndex")) {
+    form_->SetTabIndex(*this, value.ToInteger());
+  } else if (SameName(name, "ToolTipText")) {
+    tool_tip_text_ = value.ToString();
+  } else if (SameName(name, "Align")) {
+    SetAlign(value.ToInteger());
+  } else {
+    throw RuntimeError(err::kNotSupported, std::string(name));
+  }
+}
+
+void HostedControl::SetAlign(int16_t value) {
+  if (value < align::kNone || value > align::kRight) {
+    throw RuntimeError(err::kInvalidPropertyValue, "Align");
+  }
+  align_ = value;
+  form_->DockControls();
+}
+
+void HostedControl::RequestSize(int width_twips, int height_twips) {
+  if (width_twips < 0 || height_twips < 0) {
+    throw RuntimeError(err::kInvalidPropertyValue, width_twips < 0 ? "Width" : "Height");
+  }
+  // A docked control keeps the length its edge gives it; only its
+  // thickness is its own.
+  if (align_ == align::kTop || align_ == align::kBottom) width_twips = width_;
+  if (align_ == align::kLeft || align_ == align::kRight) height_twips = height_;
+  ApplySize(width_twips, height_twips);
+  if (align_ != align::kNone) form_->DockControls();
+}
+
+void HostedControl::ApplySize(int width_twips, int height_twips) {
+  if (width_twips == width_ && height_twips == height_) return;
+  width_ = width_twips;
+  height_ = height_twips;
+  raster_.Resize(TwipsToPixels(width_, twips_per_pixel_x_),
+                 TwipsToPixels(height_, twips_per_pixel_y_), ResolveColor(control_->BackColor()));
+  // Re-entrant on purpose: a control that sets its own size inside its
+  // Resize procedure gets a nested Resize, as in the host it was made for.
+  control_->UserControl_Resize();
+}
+
+void HostedControl::PropertyChanged(std::string_view name) {
+  form_->SetModified(true);
+  host_.Notify([&](HostObserver& o) { o.OnPropertyChanged(*this, name); });
+}
+
+void HostedControl::OnEvent(UserControl& /*control*/, const EventInfo& event,
+                            std::span<EventArgument> arguments) {
+  host_.Notify([&](HostObserver& o) { o.OnEvent(*this, event, arguments); });
+}
+
+void HostedControl::OnDraw(const DrawCall& call) {
+  host_.Notify([&](HostObserver& o) { o.OnDraw(*this, call); });
+}
+
+std::optional<int> HostedControl::PopupMenu(std::span<const MenuItem> items) {
+  return host_.ShowPopupMenu(*this, items);
+}
+
+void HostedControl::Beep() {
+  host_.Beep();
+}
+
+std::string HostedControl::ClipboardGetText() {
+  return host_.ClipboardText();
+}
+
+void HostedControl::ClipboardSetText(std::string_view text) {
+  host_.SetClipboardText(std::string(text));
+}
+
+int32_t HostedControl::FormHwnd() const {
+  return form_->hWnd();
+}
+
+UserControl* HostedControl::FormActiveControl() const {
+  HostedControl* active = form_->ActiveControl();
+  return active ? &active->Control() : nullptr;
+}
+
+}  // namespace kestu

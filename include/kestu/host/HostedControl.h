@@ -1,0 +1,148 @@
+#pragma once
+// The host's side of one control on a form: its raster, its window and
+// device-context handles, the extender values the form keeps for it (name,
+// position, size, visibility, tab order, tooltip text, docking) and the
+// ambient values it reads. The control reaches all of it only through the
+// ControlSite interface.
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "kestu/foundation/ClassInfo.h"
+#include "kestu/foundation/ControlSite.h"
+#include "kestu/foundation/UserControl.h"
+#include "kestu/raster/Raster.h"
+
+namespace kestu {
+
+class Host;
+class Form;
+
+// A control's place on its form, in twips.
+struct TwipsRect {
+  int left = 0;
+  int top = 0;
+  int width = 0;
+  int height = 0;
+  friend bool operator==(const TwipsRect&, const TwipsRect&) = default;
+};
+
+// The ambient values a site offers its control.
+struct AmbientValues {
+  bool user_mode = true;
+  FontRef font;  // null: the form's font
+  std::string display_name;
+  bool display_as_default = false;
+};
+
+class HostedControl final : public ControlSite {
+ public:
+  // Creates the control of class `info` (no procedure runs yet) with its
+  // raster sized to `rect` at the screen's current twips per pixel.
+  HostedControl(Host& host, Form& form, const ClassInfo& info, std::string name,
+                const TwipsRect& rect, AmbientValues ambient);
+  ~HostedControl() override;
+  HostedControl(const HostedControl&) = delete;
+  HostedControl& operator=(const HostedControl&) = delete;
+
+  UserControl& Control() const { return *control_; }
+  const ClassInfo& Class() const { return class_; }
+  Form& Owner() const { return *form_; }
+  // Moves the control to another form (form files build off-form first).
+  void SetOwner(Form& form) { form_ = &form; }
+  const std::string& Name() const { return name_; }
+  Raster& GetRaster() { return raster_; }
+  const Raster& GetRaster() const { return raster_; }
+
+  // ---- Extender values ----
+  TwipsRect Bounds() const { return {left_, top_, width_, height_}; }
+  void Move(int left_twips, int top_twips);
+  bool Visible() const { return visible_; }
+  const std::string& ToolTipText() const { return tool_tip_text_; }
+  int16_t Align() const { return align_; }
+  // Size and place forced by docking; runs UserControl_Resize when the
+  // size changes.
+  void Dock(const TwipsRect& rect);
+
+  // Twips per pixel of this control's raster (the screen's at creation).
+  int TwipsPerPixelX() const { return twips_per_pixel_x_; }
+  int TwipsPerPixelY() const { return twips_per_pixel_y_; }
+  // Where the control's raster lies on its form, in pixels.
+  PixelRect PixelBoundsOnForm() const;
+
+  // ---- Window state ----
+  bool WindowEnabled() const { return window_enabled_; }
+  void SetWindowEnabled(bool enabled) { window_enabled_ = enabled; }
+
+  // ---- Ambient values ----
+  const AmbientValues& Ambient() const { return ambient_; }
+  // Changes one ambient property ("UserMode", "DisplayAsDefault", "Font",
+  // "DisplayName") and tells the control through UserControl_AmbientChanged.
+  // An unknown name is error 438.
+  void SetAmbient(std::string_view name, const Variant& value);
+
+  // Drawing calls of this control go to the host's observers while on.
+  void SetDrawingObserved(bool observed) { drawing_observed_ = observed; }
+
+  // True until the control is destroyed: a procedure's caller checks it
+  // before touching the site again.
+  std::weak_ptr<int> Lifetime() const { return lifetime_; }
+
+  // ---- ControlSite ----
+  Surface& GetSurface() override { return raster_; }
+  int ScreenTwipsPerPixelX() const override;
+  int ScreenTwipsPerPixelY() const override;
+  bool AmbientUserMode() const override { return ambient_.user_mode; }
+  FontRef AmbientFont() const override;
+  std::string AmbientDisplayName() const override { return ambient_.display_name; }
+  bool AmbientDisplayAsDefault() const override { return ambient_.display_as_default; }
+  Variant GetExtender(std::string_view name) const override;
+  void SetExtender(std::string_view name, const Variant& value) override;
+  int WidthTwips() const override { return width_; }
+  int HeightTwips() const override { return height_; }
+  void RequestSize(int width_twips, int height_twips) override;
+  void PropertyChanged(std::string_view name) override;
+  void OnEvent(UserControl& control, const EventInfo& event,
+               std::span<EventArgument> arguments) override;
+  bool ObservesDrawing() const override { return drawing_observed_; }
+  void OnDraw(const DrawCall& call) override;
+  void Refresh() override {}  // headless: the raster is all there is to show
+  std::optional<int> PopupMenu(std::span<const MenuItem> items) override;
+  void DoEvents() override {}  // headless: no messages wait
+  void Beep() override;
+  std::string ClipboardGetText() override;
+  void ClipboardSetText(std::string_view text) override;
+  int32_t hWnd() const override { return hwnd_; }
+  int32_t hDC() const override { return hdc_; }
+  int32_t FormHwnd() const override;
+  UserControl* FormActiveControl() const override;
+
+ private:
+  void ApplySize(int width_twips, int height_twips);
+  void SetAlign(int16_t value);
+
+  Host& host_;
+  Form* form_;
+  const ClassInfo& class_;
+  std::string name_;
+  int twips_per_pixel_x_;
+  int twips_per_pixel_y_;
+  int32_t hwnd_;
+  int32_t hdc_;
+  Raster raster_;
+  int left_, top_, width_, height_;
+  bool visible_ = true;
+  std::string tool_tip_text_;
+  int16_t align_ = 0;
+  bool window_enabled_ = true;
+  bool drawing_observed_ = false;
+  AmbientValues ambient_;
+  std::shared_ptr<int> lifetime_ = std::make_shared<int>(0);
+  std::unique_ptr<UserControl> control_;
+};
+
+}  // namespace kestu

@@ -1,0 +1,32 @@
+#pragma once
+// Which key a typed character comes from, as a keyboard reports it.
+
+#include <cstdint>
+
+namespace kestu {
+
+// The `Shift` bits of the key and mouse procedures.
+namespace shift {
+inline constexpr int16_t kShift = 1;
+inline constexpr int16_t kCtrl = 2;
+inline constexpr int16_t kAlt = 4;
+}  // namespace shift
+
+struct KeyStroke {
+  int16_t key_code = 0;
+  int16_t shift = 0;
+  friend bool operator==(const KeyStroke&, const KeyStroke&) = default;
+};
+
+// The key code and Shift state that type `character`: digits and letters
+// use their upper-case code; "," "-" "." "+" are 188 189 190 187; space is
+// 32; "ç" and "Ç" are 186, the key that carries them on a Brazilian
+// keyboard. Shift is set for upper-case letters and for the symbols a US
+// keyboard shifts. Any other character has code 0.
+KeyStroke KeyStrokeFor(char32_t character);
+
+// The key codes whose stroke also types a character (Backspace, Enter,
+// Escape, Space): that character's code, or 0.
+int16_t CharacterOfKey(int16_t key_code);
+
+}  // namespace kestu

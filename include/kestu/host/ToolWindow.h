@@ -1,0 +1,42 @@
+#pragma once
+// A borderless top-level window that is not a form of the application: the
+// shared tooltip. The host keeps its text, place and visibility; ShowWindow
+// and MoveWindow act on it like on any window, and showing it never takes
+// the activation.
+
+#include <cstdint>
+#include <functional>
+#include <string>
+
+#include "kestu/foundation/Surface.h"
+
+namespace kestu {
+
+class ToolWindow {
+ public:
+  explicit ToolWindow(int32_t hwnd) : hwnd_(hwnd) {}
+
+  int32_t hWnd() const { return hwnd_; }
+
+  // The text the window shows.
+  const std::string& Text() const { return text_; }
+  void SetText(std::string text) { text_ = std::move(text); }
+
+  // Position and size on the screen, in pixels.
+  const PixelRect& ScreenRect() const { return rect_; }
+  void SetScreenRect(const PixelRect& rect) { rect_ = rect; }
+
+  bool Visible() const { return visible_; }
+  void SetVisible(bool visible) { visible_ = visible; }
+
+  // Called when the mouse pointer moves onto the visible window.
+  std::function<void()> on_mouse_over;
+
+ private:
+  int32_t hwnd_;
+  std::string text_;
+  PixelRect rect_;
+  bool visible_ = false;
+};
+
+}  // namespace kestu
