@@ -16,6 +16,8 @@ namespace kestu {
 
 namespace {
 
+__extension__ using Int128 = __int128;
+
 constexpr Rgb kOpaque = 0xFF000000u;
 constexpr uint32_t kAlphaHalf = 0x80u;
 
@@ -92,10 +94,9 @@ void Raster::DrawLine(int x1, int y1, int x2, int y2, Rgb color, RasterOp op) {
     FillRect({x1, top, x1 + 1, bottom}, color, op);
     return;
   }
-  // Bresenham, in closed form: step k of the major axis puts the minor
-  // axis at the nearest pixel to the true line (halves away from the
-  // start), so the steps that fall outside the raster can be skipped
-  // without walking them.
+  // Bresenham: step k of the major axis puts the minor axis at the pixel
+  // nearest the true line, halves away from the start. The steps before
+  // the raster are skipped in closed form, so far ends cost nothing.
   const int64_t dx = int64_t{x2} - x1;
   const int64_t dy = int64_t{y2} - y1;
   const bool x_major = std::llabs(dx) >= std::llabs(dy);
@@ -117,14 +118,27 @@ void Raster::DrawLine(int x1, int y1, int x2, int y2, Rgb color, RasterOp op) {
     first = std::max<int64_t>(first, major_start - (major_limit - 1));
     last = std::min<int64_t>(last, major_start + 1);
   }
+  if (first >= last) return;
+
+  // Minor offset at step k is (2 k minor_delta + major_delta) div
+  // (2 major_delta); the product needs more than 64 bits for far ends.
+  const int64_t denominator = 2 * major_delta;
+  const Int128 numerator = Int128{2} * first * minor_delta + major_delta;
+  int64_t minor_offset = static_cast<int64_t>(numerator / denominator);
+  int64_t remainder = static_cast<int64_t>(numerator % denominator);
   for (int64_t k = first; k < last; ++k) {
     const int64_t major = major_start + major_step * k;
-    const int64_t minor =
-        minor_start + minor_step * ((2 * k * minor_delta + major_delta) / (2 * major_delta));
+    const int64_t minor = minor_start + minor_step * minor_offset;
     const int64_t x = x_major ? major : minor;
     const int64_t y = x_major ? minor : major;
-    if (y < 0 || y >= height_ || x < 0 || x >= width_) continue;
-    SetPixel(static_cast<int>(x), static_cast<int>(y), color, op);
+    if (x >= 0 && x < width_ && y >= 0 && y < height_) {
+      SetPixel(static_cast<int>(x), static_cast<int>(y), color, op);
+    }
+    remainder += 2 * minor_delta;
+    if (remainder >= denominator) {
+      remainder -= denominator;
+      ++minor_offset;
+    }
   }
 }
 

@@ -81,31 +81,41 @@ Line ApplyPrefixes(const std::u32string& text, bool prefixes) {
   return line;
 }
 
-int LineWidth(Font& font, const Line& line) {
+int Advance(Font& font, const Line& line, size_t begin, size_t end) {
   int width = 0;
-  for (const Cell& cell : line) width += font.GlyphFor(cell.code_point).advance;
+  for (size_t i = begin; i < end; ++i) width += font.GlyphFor(line[i].code_point).advance;
   return width;
 }
 
-// Breaks a line after the last space that lets it fit `width`; a word
-// wider than the box keeps a line to itself.
-void AppendWrapped(Font& font, Line line, int width, std::vector<Line>& out) {
-  while (LineWidth(font, line) > width) {
-    int used = 0;
-    size_t break_at = 0;
-    for (size_t i = 0; i < line.size(); ++i) {
-      used += font.GlyphFor(line[i].code_point).advance;
-      if (used > width) break;
-      if (line[i].code_point == U' ') break_at = i + 1;
+int LineWidth(Font& font, const Line& line) {
+  return Advance(font, line, 0, line.size());
+}
+
+// Breaks a line at spaces so that each part fits `width`; a word wider
+// than the box keeps a line to itself, and the spaces where a line breaks
+// are dropped.
+void AppendWrapped(Font& font, const Line& line, int width, std::vector<Line>& out) {
+  Line current;
+  int current_width = 0;  // including its trailing spaces
+  size_t word = 0;
+  while (word < line.size()) {
+    size_t word_end = word;
+    while (word_end < line.size() && line[word_end].code_point != U' ') ++word_end;
+    size_t spaces_end = word_end;
+    while (spaces_end < line.size() && line[spaces_end].code_point == U' ') ++spaces_end;
+    const int word_width = Advance(font, line, word, word_end);
+    if (!current.empty() && current_width + word_width > width) {
+      while (!current.empty() && current.back().code_point == U' ') current.pop_back();
+      out.push_back(std::move(current));
+      current.clear();
+      current_width = 0;
     }
-    if (break_at == 0) break;
-    Line rest(line.begin() + static_cast<ptrdiff_t>(break_at), line.end());
-    line.resize(break_at);
-    while (!line.empty() && line.back().code_point == U' ') line.pop_back();
-    out.push_back(std::move(line));
-    line = std::move(rest);
+    current.insert(current.end(), line.begin() + static_cast<ptrdiff_t>(word),
+                   line.begin() + static_cast<ptrdiff_t>(spaces_end));
+    current_width += word_width + Advance(font, line, word_end, spaces_end);
+    word = spaces_end;
   }
-  out.push_back(std::move(line));
+  out.push_back(std::move(current));
 }
 
 std::vector<Line> LayOutLines(Font& font, std::string_view text, int32_t length, const RECT& rect,
@@ -117,7 +127,7 @@ std::vector<Line> LayOutLines(Font& font, std::string_view text, int32_t length,
   for (const std::u32string& raw : SplitLines(text, length, single_line)) {
     Line line = ApplyPrefixes(raw, prefixes);
     if (wrap) {
-      AppendWrapped(font, std::move(line), Saturate(int64_t{rect.Right} - rect.Left), lines);
+      AppendWrapped(font, line, Saturate(int64_t{rect.Right} - rect.Left), lines);
     } else {
       lines.push_back(std::move(line));
     }

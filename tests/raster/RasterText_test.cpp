@@ -1,0 +1,248 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+#include "kestu/foundation/RuntimeError.h"
+#include "kestu/raster/FontEngine.h"
+#include "kestu/raster/Raster.h"
+#include "raster/PixelProbe.h"
+
+namespace kestu {
+namespace {
+
+using test::CountPixels;
+using test::InkBounds;
+
+int LeftmostInk(const Raster& raster, int y) {
+  for (int x = 0; x < raster.Width(); ++x) {
+    if (raster.GetPixel(x, y) != 0x00FFFFFF) return x;
+  }
+  return -1;
+}
+
+constexpr Rgb kPaper = 0x00FFFFFF;
+constexpr Rgb kInk = 0x00000000;
+constexpr const char* kDejaVuSans = "/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf";
+
+class RasterText : public ::testing::Test {
+ protected:
+  static void SetUpTestSuite() { FontEngine::Instance().RegisterFamily("Test Sans", kDejaVuSans); }
+
+  int Width(std::string_view text, const FontSpec& font) {
+    return raster_.MeasureText(font, text).width;
+  }
+  int Width(std::string_view text) { return Width(text, font_); }
+
+  // The pixels that `styled` adds to the plain drawing of `text`.
+  Raster StyleOnly(std::string_view text, const FontSpec& styled) {
+    Raster plain(80, 30, kPaper);
+    plain.DrawText(font_, text, 5, 5, kInk, RasterOp::CopyPen);
+    Raster decorated(80, 30, kPaper);
+    decorated.DrawText(styled, text, 5, 5, kInk, RasterOp::CopyPen);
+    for (int y = 0; y < 30; ++y) {
+      for (int x = 0; x < 80; ++x) {
+        if (plain.GetPixel(x, y) == kInk) decorated.SetPixel(x, y, kPaper, RasterOp::CopyPen);
+      }
+    }
+    return decorated;
+  }
+
+  FontSpec font_{"Test Sans", 11.0};
+  Raster raster_{120, 40, kPaper};
+};
+
+TEST_F(RasterText, AStringMeasuresAsTheSumOfItsCharacters) {
+  EXPECT_EQ(Width("ab"), Width("a") + Width("b"));
+  EXPECT_EQ(Width("AV To"), Width("A") + Width("V") + Width(" ") + Width("T") + Width("o"));
+  EXPECT_EQ(Width(""), 0);
+  EXPECT_GT(Width("a"), 0);
+}
+
+TEST_F(RasterText, EveryStringHasTheLineHeightOfItsFont) {
+  const int height = raster_.MeasureText(font_, "M").height;
+  EXPECT_GT(height, 8);
+  EXPECT_LT(height, 20);
+  EXPECT_EQ(raster_.MeasureText(font_, "").height, height);
+  EXPECT_EQ(raster_.MeasureText(font_, "gjpq_").height, height);
+  EXPECT_EQ(raster_.MeasureText(font_, "...").height, height);
+  EXPECT_GT(raster_.MeasureText({"Test Sans", 22.0}, "M").height, height + 8);
+}
+
+TEST_F(RasterText, DrawnPixelsLieInsideTheExtent) {
+  const std::string_view sample = "Mgjpqy|(){}_WQ@";
+  const TextExtent extent = raster_.MeasureText(font_, sample);
+  raster_.DrawText(font_, sample, 7, 9, kInk, RasterOp::CopyPen);
+  const auto ink = InkBounds(raster_, kPaper);
+  ASSERT_TRUE(ink);
+  EXPECT_GE(ink->left, 7);
+  EXPECT_GE(ink->top, 9);
+  EXPECT_LE(ink->right, 7 + extent.width);
+  EXPECT_LE(ink->bottom, 9 + extent.height);
+}
+
+TEST_F(RasterText, TheBaselineSitsAtTheFontsAscentBelowTheTop) {
+  // "H" stands on the baseline; "g" hangs below it.
+  raster_.DrawText(font_, "H", 10, 10, kInk, RasterOp::CopyPen);
+  const auto h = InkBounds(raster_, kPaper);
+  Raster other(120, 40, kPaper);
+  other.DrawText(font_, "H", 10, 20, kInk, RasterOp::CopyPen);
+  const auto lower = InkBounds(other, kPaper);
+  ASSERT_TRUE(h && lower);
+  EXPECT_EQ(lower->bottom - h->bottom, 10);
+  const int height = raster_.MeasureText(font_, "H").height;
+  EXPECT_GT(10 + height, h->bottom);  // room for the descent below
+  EXPECT_GT(h->bottom - h->top, height / 2);
+}
+
+TEST_F(RasterText, UnderlineIsOneRunAcrossTheAdvanceBelowTheBaseline) {
+  FontSpec underlined = font_;
+  underlined.underline = true;
+  const Raster line = StyleOnly("ab c", underlined);
+  const auto bounds = InkBounds(line, kPaper);
+  ASSERT_TRUE(bounds);
+  EXPECT_EQ(bounds->left, 5);
+  EXPECT_EQ(bounds->right, 5 + Width("ab c"));
+  EXPECT_EQ(bounds->bottom - bounds->top, 1);
+  Raster plain(80, 30, kPaper);
+  plain.DrawText(font_, "H", 5, 5, kInk, RasterOp::CopyPen);
+  EXPECT_GE(bounds->top, InkBounds(plain, kPaper)->bottom);           // below the baseline
+  EXPECT_LT(bounds->top, 5 + raster_.MeasureText(font_, "").height);  // inside the cell
+}
+
+TEST_F(RasterText, StrikethroughCrossesTheLowerCaseLetters) {
+  FontSpec struck = font_;
+  struck.strikethrough = true;
+  const Raster line = StyleOnly("xx x", struck);
+  const auto bounds = InkBounds(line, kPaper);
+  ASSERT_TRUE(bounds);
+  EXPECT_EQ(bounds->left, 5);
+  EXPECT_EQ(bounds->right, 5 + Width("xx x"));
+  Raster x(80, 30, kPaper);
+  x.DrawText(font_, "x", 5, 5, kInk, RasterOp::CopyPen);
+  const auto letter = InkBounds(x, kPaper);
+  EXPECT_GT(bounds->top, letter->top);
+  EXPECT_LT(bounds->bottom, letter->bottom);
+}
+
+TEST_F(RasterText, BoldWithoutABoldFileIsWiderByAPixelPerCharacter) {
+  FontSpec bold = font_;
+  bold.bold = true;
+  EXPECT_TRUE(FontEngine::Instance().FileFor("Test Sans", true, false).synthetic.bold);
+  EXPECT_EQ(Width("abc", bold), Width("abc") + 3);
+  Raster regular(80, 30, kPaper);
+  regular.DrawText(font_, "abc", 5, 5, kInk, RasterOp::CopyPen);
+  Raster heavy(80, 30, kPaper);
+  heavy.DrawText(bold, "abc", 5, 5, kInk, RasterOp::CopyPen);
+  EXPECT_GT(CountPixels(heavy, kInk), CountPixels(regular, kInk) * 5 / 4);
+}
+
+TEST_F(RasterText, ItalicWithoutAnItalicFileLeansTheSameAdvance) {
+  FontSpec italic = font_;
+  italic.italic = true;
+  EXPECT_TRUE(FontEngine::Instance().FileFor("Test Sans", false, true).synthetic.oblique);
+  EXPECT_EQ(Width("Il", italic), Width("Il"));
+  Raster leaning(80, 30, kPaper);
+  leaning.DrawText(italic, "I", 5, 5, kInk, RasterOp::CopyPen);
+  const auto stem = InkBounds(leaning, kPaper);
+  ASSERT_TRUE(stem);
+  EXPECT_GT(LeftmostInk(leaning, stem->top), LeftmostInk(leaning, stem->bottom - 1));
+}
+
+TEST_F(RasterText, XorTextTwiceLeavesNoTrace) {
+  raster_.FillRect({0, 0, 60, 40}, 0x00336699, RasterOp::CopyPen);
+  const Raster before = raster_;
+  raster_.DrawText(font_, "Copying 42%", 3, 4, 0x00FFFFFF, RasterOp::XorPen);
+  EXPECT_FALSE(test::SamePixels(raster_, before));
+  raster_.DrawText(font_, "Copying 42%", 3, 4, 0x00FFFFFF, RasterOp::XorPen);
+  EXPECT_TRUE(test::SamePixels(raster_, before));
+}
+
+// A corner of a larger raster shows what the small one must keep.
+TEST_F(RasterText, TextIsClippedToTheRasterAtEveryEdge) {
+  constexpr int kMargin = 20;
+  for (auto [x, y] : {std::pair{-8, 0}, {4, -5}, {6, -2}, {-3, -4}}) {
+    SCOPED_TRACE(testing::Message() << x << "," << y);
+    Raster small(10, 6, kPaper);
+    small.DrawText(font_, "WWW", x, y, kInk, RasterOp::CopyPen);
+    Raster large(10 + 2 * kMargin, 6 + 2 * kMargin, kPaper);
+    large.DrawText(font_, "WWW", x + kMargin, y + kMargin, kInk, RasterOp::CopyPen);
+    Raster window(10, 6, kPaper);
+    window.Blit(large, -kMargin, -kMargin);
+    EXPECT_TRUE(test::SamePixels(small, window));
+    EXPECT_GT(CountPixels(small, kInk), 0);
+  }
+  Raster untouched(10, 6, kPaper);
+  untouched.DrawText(font_, "WWW", -1000000000, 2, kInk, RasterOp::CopyPen);
+  untouched.DrawText(font_, "WWW", 3, 2000000000, kInk, RasterOp::CopyPen);
+  untouched.DrawText(font_, "WWW", 2147483600, 2, kInk, RasterOp::CopyPen);
+  EXPECT_EQ(CountPixels(untouched, kPaper), 60);
+}
+
+TEST_F(RasterText, BadUtf8ShowsReplacementCharacters) {
+  const int replacement = Width("\xEF\xBF\xBD");
+  EXPECT_GT(replacement, 0);
+  EXPECT_EQ(Width("\xFF"), replacement);
+  EXPECT_EQ(Width("a\xC3"), Width("a") + replacement);  // cut short
+  EXPECT_EQ(Width("\xC0\xAF"), 2 * replacement);        // overlong
+  EXPECT_EQ(Width("\xED\xA0\x80"), 3 * replacement);    // surrogate
+  EXPECT_EQ(Width("\xC3\xA7"), Width("\xC3\xA7"));      // "ç" is one character
+  EXPECT_NE(Width("\xC3\xA7"), 2 * replacement);
+  raster_.DrawText(font_, "\x80\xBF\xF5\xF8", 2, 2, kInk, RasterOp::CopyPen);
+  EXPECT_GT(CountPixels(raster_, kInk), 0);
+}
+
+TEST(FontEngine, DesktopInterfaceFamiliesDrawWithLiberationSans) {
+  FontEngine& engine = FontEngine::Instance();
+  for (const char* family : {"MS Sans Serif", "Microsoft Sans Serif", "Tahoma", "Segoe UI",
+                             "Verdana", "ms sans serif", "TAHOMA"}) {
+    SCOPED_TRACE(family);
+    const FontFile regular = engine.FileFor(family, false, false);
+    EXPECT_EQ(regular.path.filename(), "LiberationSans-Regular.ttf");
+    EXPECT_EQ(regular.synthetic, SyntheticStyle{});
+    const FontFile bold_italic = engine.FileFor(family, true, true);
+    EXPECT_EQ(bold_italic.path.filename(), "LiberationSans-BoldItalic.ttf");
+    EXPECT_EQ(bold_italic.synthetic, SyntheticStyle{});
+  }
+}
+
+TEST(FontEngine, AFamilyNothingMatchesFallsBackToAnInstalledFont) {
+  const FontFile file = FontEngine::Instance().FileFor("No Such Family 1987", false, false);
+  EXPECT_TRUE(std::filesystem::exists(file.path)) << file.path;
+  Raster raster(40, 20, kPaper);
+  raster.DrawText({"No Such Family 1987", 11.0}, "Abc", 1, 1, kInk, RasterOp::CopyPen);
+  EXPECT_GT(CountPixels(raster, kInk), 10);
+}
+
+TEST(FontEngine, OneFontPerFaceSizeAndStyle) {
+  FontEngine& engine = FontEngine::Instance();
+  Font& first = engine.FontFor({"Tahoma", 11.0});
+  EXPECT_EQ(&engine.FontFor({"Tahoma", 11.0}), &first);
+  EXPECT_EQ(&engine.FontFor({"Verdana", 11.0}), &first);  // the same file
+  EXPECT_NE(&engine.FontFor({"Tahoma", 12.0}), &first);
+  EXPECT_NE(&engine.FontFor({"Tahoma", 11.0, true}), &first);
+  EXPECT_EQ(&first.GlyphFor(U'x'), &first.GlyphFor(U'x'));
+}
+
+TEST(FontEngine, SizesOutOfReasonStillMeasure) {
+  Raster raster(10, 10, kPaper);
+  const double nan = std::numeric_limits<double>::quiet_NaN();
+  EXPECT_EQ(raster.MeasureText({"Tahoma", nan}, "M").height,
+            raster.MeasureText({"Tahoma", 11.0}, "M").height);
+  EXPECT_GT(raster.MeasureText({"Tahoma", 0.0}, "M").height, 0);
+  EXPECT_GT(raster.MeasureText({"Tahoma", -5.0}, "M").height, 0);
+  EXPECT_LT(raster.MeasureText({"Tahoma", 1e9}, "M").height, 4000);
+}
+
+TEST(FontEngine, RegisteringAMissingFileIsFileNotFound) {
+  try {
+    FontEngine::Instance().RegisterFamily("Ghost", "/nonexistent/ghost.ttf");
+    FAIL() << "no error";
+  } catch (const RuntimeError& e) {
+    EXPECT_EQ(e.Number(), err::kFileNotFound);
+    EXPECT_EQ(e.Detail(), "/nonexistent/ghost.ttf");
+  }
+}
+
+}  // namespace
+}  // namespace kestu

@@ -1,0 +1,291 @@
+#include "kestu/raster/Raster.h"
+
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <vector>
+
+#include "raster/PixelProbe.h"
+
+namespace kestu {
+namespace {
+
+using test::CountPixels;
+using test::InkBounds;
+
+constexpr Rgb kPaper = 0x00FFFFFF;
+constexpr Rgb kInk = 0x00102030;
+
+// Every pixel of `raster` is `inside` within `area` and `outside` elsewhere.
+void ExpectOnly(const Raster& raster, const PixelRect& area, Rgb inside, Rgb outside) {
+  for (int y = 0; y < raster.Height(); ++y) {
+    for (int x = 0; x < raster.Width(); ++x) {
+      const bool in = x >= area.left && x < area.right && y >= area.top && y < area.bottom;
+      ASSERT_EQ(raster.GetPixel(x, y), in ? inside : outside) << "at (" << x << ", " << y << ")";
+    }
+  }
+}
+
+TEST(RasterFill, CoversTheRectangleWithItsRightAndBottomLeftOut) {
+  Raster raster(10, 8, kPaper);
+  raster.FillRect({2, 3, 7, 5}, kInk, RasterOp::CopyPen);
+  ExpectOnly(raster, {2, 3, 7, 5}, kInk, kPaper);
+}
+
+TEST(RasterFill, EmptyAndInvertedRectanglesDrawNothing) {
+  Raster raster(10, 8, kPaper);
+  raster.FillRect({4, 4, 4, 6}, kInk, RasterOp::CopyPen);
+  raster.FillRect({4, 4, 6, 4}, kInk, RasterOp::CopyPen);
+  raster.FillRect({6, 6, 2, 2}, kInk, RasterOp::CopyPen);
+  EXPECT_EQ(CountPixels(raster, kPaper), 80);
+}
+
+TEST(RasterFill, ClipsAtEveryEdge) {
+  struct Case {
+    PixelRect asked;
+    PixelRect drawn;
+  };
+  const Case cases[] = {
+      {{-3, 2, 4, 5}, {0, 2, 4, 5}},        // left
+      {{2, -3, 5, 4}, {2, 0, 5, 4}},        // top
+      {{6, 2, 14, 5}, {6, 2, 10, 5}},       // right
+      {{2, 5, 5, 20}, {2, 5, 5, 8}},        // bottom
+      {{-50, -50, 50, 50}, {0, 0, 10, 8}},  // all round
+      {{INT_MIN, INT_MIN, INT_MAX, INT_MAX}, {0, 0, 10, 8}},
+  };
+  for (const Case& c : cases) {
+    Raster raster(10, 8, kPaper);
+    raster.FillRect(c.asked, kInk, RasterOp::CopyPen);
+    ExpectOnly(raster, c.drawn, kInk, kPaper);
+  }
+}
+
+TEST(RasterFill, FullyOutsideDrawsNothing) {
+  const PixelRect outside[] = {
+      {-5, 0, 0, 8}, {10, 0, 15, 8}, {0, -5, 10, 0}, {0, 8, 10, 12}, {20, 20, 30, 30}};
+  for (const PixelRect& rect : outside) {
+    Raster raster(10, 8, kPaper);
+    raster.FillRect(rect, kInk, RasterOp::CopyPen);
+    EXPECT_EQ(CountPixels(raster, kPaper), 80);
+  }
+}
+
+TEST(RasterFill, KeepsTheAlphaByteOfThePenOutOfThePixels) {
+  Raster raster(2, 2, kPaper);
+  raster.FillRect({0, 0, 2, 2}, 0xFF112233, RasterOp::CopyPen);
+  EXPECT_EQ(raster.GetPixel(1, 1), 0x00112233u);
+}
+
+// The host's line leaves out its end point, in every direction.
+TEST(RasterLine, LeavesOutTheEndPoint) {
+  struct Case {
+    int x1, y1, x2, y2;
+    std::vector<std::pair<int, int>> pixels;
+  };
+  const Case cases[] = {
+      {0, 0, 5, 0, {{0, 0}, {1, 0}, {2, 0}, {3, 0}, {4, 0}}},
+      {5, 2, 1, 2, {{5, 2}, {4, 2}, {3, 2}, {2, 2}}},
+      {3, 1, 3, 4, {{3, 1}, {3, 2}, {3, 3}}},
+      {3, 4, 3, 1, {{3, 4}, {3, 3}, {3, 2}}},
+      {1, 1, 4, 4, {{1, 1}, {2, 2}, {3, 3}}},
+      {4, 4, 1, 1, {{4, 4}, {3, 3}, {2, 2}}},
+      {5, 0, 2, 3, {{5, 0}, {4, 1}, {3, 2}}},
+      {0, 0, 4, 2, {{0, 0}, {1, 1}, {2, 1}, {3, 2}}},  // halves step away from the start
+      {0, 0, 1, 3, {{0, 0}, {0, 1}, {1, 2}}},
+      {2, 2, 2, 2, {}},
+  };
+  for (const Case& c : cases) {
+    Raster raster(8, 6, kPaper);
+    raster.DrawLine(c.x1, c.y1, c.x2, c.y2, kInk, RasterOp::CopyPen);
+    Raster expected(8, 6, kPaper);
+    for (auto [x, y] : c.pixels) expected.SetPixel(x, y, kInk, RasterOp::CopyPen);
+    EXPECT_TRUE(test::SamePixels(raster, expected))
+        << "line (" << c.x1 << "," << c.y1 << ")-(" << c.x2 << "," << c.y2 << ")";
+  }
+}
+
+// Four lines joined end to start make a closed box with each pixel drawn
+// once: with an XOR pen no corner cancels itself.
+TEST(RasterLine, ABoxOfFourLinesDrawsEachPixelOnce) {
+  Raster raster(10, 8, kPaper);
+  const int l = 1, t = 1, r = 7, b = 5;
+  raster.DrawLine(l, t, r, t, kPaper, RasterOp::XorPen);
+  raster.DrawLine(r, t, r, b, kPaper, RasterOp::XorPen);
+  raster.DrawLine(r, b, l, b, kPaper, RasterOp::XorPen);
+  raster.DrawLine(l, b, l, t, kPaper, RasterOp::XorPen);
+  EXPECT_EQ(CountPixels(raster, 0), 2 * (r - l) + 2 * (b - t));
+  EXPECT_EQ(CountPixels(raster, {l + 1, t + 1, r, b}, kPaper), (r - l - 1) * (b - t - 1));
+  EXPECT_EQ(InkBounds(raster, kPaper), (PixelRect{l, t, r + 1, b + 1}));
+}
+
+TEST(RasterLine, ClipsAtEveryEdgeKeepingTheSlope) {
+  Raster raster(10, 10, kPaper);
+  raster.DrawLine(-4, -4, 14, 14, kInk, RasterOp::CopyPen);
+  for (int i = 0; i < 10; ++i) EXPECT_EQ(raster.GetPixel(i, i), kInk) << i;
+  EXPECT_EQ(CountPixels(raster, kInk), 10);
+
+  Raster steep(10, 10, kPaper);
+  steep.DrawLine(12, -10, 0, 14, kInk, RasterOp::CopyPen);  // two rows per column
+  Raster whole(40, 40, kPaper);
+  whole.DrawLine(12 + 15, -10 + 15, 0 + 15, 14 + 15, kInk, RasterOp::CopyPen);
+  for (int y = 0; y < 10; ++y) {
+    for (int x = 0; x < 10; ++x) {
+      EXPECT_EQ(steep.GetPixel(x, y), whole.GetPixel(x + 15, y + 15)) << x << "," << y;
+    }
+  }
+}
+
+TEST(RasterLine, FarEndsCostNothingAndDrawOnlyWhatCrosses) {
+  Raster raster(10, 10, kPaper);
+  raster.DrawLine(INT_MIN, 5, INT_MIN + 20, 7, kInk, RasterOp::CopyPen);
+  raster.DrawLine(-100, 20, 100, 30, kInk, RasterOp::CopyPen);
+  raster.DrawLine(5, INT_MIN, 5, -1, kInk, RasterOp::CopyPen);
+  EXPECT_EQ(CountPixels(raster, kInk), 0);
+  raster.DrawLine(INT_MIN, INT_MIN, INT_MAX, INT_MAX, kInk, RasterOp::CopyPen);
+  EXPECT_EQ(CountPixels(raster, kInk), 10);
+  for (int i = 0; i < 10; ++i) EXPECT_EQ(raster.GetPixel(i, i), kInk) << i;
+  raster.DrawLine(9 + (1 << 30), -(1 << 30), 9 - (1 << 30), 1 << 30, kPaper, RasterOp::XorPen);
+  EXPECT_EQ(CountPixels(raster, 0), 10);  // the other diagonal
+  EXPECT_EQ(raster.GetPixel(0, 9), 0u);
+}
+
+// Pen 1100 and destination 1010 in every nibble: each operation's result
+// spells its own number less one.
+TEST(RasterOps, AllSixteenOnAKnownPair) {
+  constexpr Rgb kPen = 0xCCCCCC;
+  constexpr Rgb kDst = 0xAAAAAA;
+  const struct {
+    RasterOp op;
+    Rgb result;
+  } table[] = {
+      {RasterOp::Blackness, 0x000000},  {RasterOp::NotMergePen, 0x111111},
+      {RasterOp::MaskNotPen, 0x222222}, {RasterOp::NotCopyPen, 0x333333},
+      {RasterOp::MaskPenNot, 0x444444}, {RasterOp::Invert, 0x555555},
+      {RasterOp::XorPen, 0x666666},     {RasterOp::NotMaskPen, 0x777777},
+      {RasterOp::MaskPen, 0x888888},    {RasterOp::NotXorPen, 0x999999},
+      {RasterOp::Nop, 0xAAAAAA},        {RasterOp::MergeNotPen, 0xBBBBBB},
+      {RasterOp::CopyPen, 0xCCCCCC},    {RasterOp::MergePenNot, 0xDDDDDD},
+      {RasterOp::MergePen, 0xEEEEEE},   {RasterOp::Whiteness, 0xFFFFFF},
+  };
+  for (const auto& row : table) {
+    SCOPED_TRACE(static_cast<int>(row.op));
+    Raster raster(12, 3, kDst);
+    raster.FillRect({0, 0, 9, 1}, kPen, row.op);  // long enough for the wide loop
+    raster.SetPixel(0, 1, kPen, row.op);
+    raster.DrawLine(0, 2, 2, 2, kPen, row.op);
+    raster.DrawLine(4, 0, 7, 3, kPen, row.op);
+    EXPECT_EQ(raster.GetPixel(8, 0), row.result);
+    EXPECT_EQ(raster.GetPixel(0, 1), row.result);
+    EXPECT_EQ(raster.GetPixel(1, 2), row.result);
+    EXPECT_EQ(raster.GetPixel(5, 1), row.result);
+    EXPECT_EQ(raster.GetPixel(9, 0), kDst);  // guard
+    EXPECT_EQ(raster.GetPixel(2, 2), kDst);
+  }
+}
+
+// The file copier's bar: not-xor in the bar colour turns the bar colour
+// into white and white into the bar colour, and twice is nothing.
+TEST(RasterOps, NotXorPenSwapsPenAndWhiteAndUndoesItself) {
+  constexpr Rgb kBar = 0x000080;
+  Raster raster(4, 1, kPaper);
+  raster.SetPixel(1, 0, kBar, RasterOp::CopyPen);
+  raster.FillRect({0, 0, 4, 1}, kBar, RasterOp::NotXorPen);
+  EXPECT_EQ(raster.GetPixel(0, 0), kBar);
+  EXPECT_EQ(raster.GetPixel(1, 0), kPaper);
+  raster.FillRect({0, 0, 4, 1}, kBar, RasterOp::NotXorPen);
+  EXPECT_EQ(raster.GetPixel(0, 0), kPaper);
+  EXPECT_EQ(raster.GetPixel(1, 0), kBar);
+}
+
+TEST(RasterPixel, SetsOnePointAndIgnoresPointsOutside) {
+  Raster raster(3, 3, kPaper);
+  raster.SetPixel(1, 2, kInk, RasterOp::CopyPen);
+  for (auto [x, y] : {std::pair{-1, 0}, {3, 0}, {0, -1}, {0, 3}, {INT_MIN, INT_MAX}}) {
+    raster.SetPixel(x, y, kInk, RasterOp::CopyPen);
+  }
+  ExpectOnly(raster, {1, 2, 2, 3}, kInk, kPaper);
+  EXPECT_EQ(raster.GetPixel(-1, 0), 0u);
+  EXPECT_EQ(raster.GetPixel(3, 3), 0u);
+}
+
+class RasterPicture : public ::testing::Test {
+ protected:
+  static constexpr uint32_t kRed = 0xFFFF0000;
+  static constexpr uint32_t kGreen = 0xFF00FF00;
+  static constexpr uint32_t kBlue = 0x800000FF;  // just opaque enough
+  static constexpr uint32_t kHole = 0x7FFFFF00;  // just too transparent
+  StdPicture picture_{2, 2, {kRed, kGreen, kBlue, kHole}};
+};
+
+TEST_F(RasterPicture, DrawsAtAPointWithHolesWhereAlphaIsBelowHalf) {
+  Raster raster(5, 5, kPaper);
+  raster.DrawPicture(picture_, 1, 2, 2, 2, RasterOp::CopyPen);
+  EXPECT_EQ(raster.GetPixel(1, 2), 0xFF0000u);
+  EXPECT_EQ(raster.GetPixel(2, 2), 0x00FF00u);
+  EXPECT_EQ(raster.GetPixel(1, 3), 0x0000FFu);
+  EXPECT_EQ(raster.GetPixel(2, 3), kPaper);
+  EXPECT_EQ(CountPixels(raster, kPaper), 25 - 3);
+}
+
+TEST_F(RasterPicture, StretchesByNearestPixel) {
+  Raster raster(7, 7, kPaper);
+  raster.DrawPicture(picture_, 1, 1, 4, 6, RasterOp::CopyPen);
+  EXPECT_EQ(CountPixels(raster, {1, 1, 3, 4}, 0xFF0000), 6);
+  EXPECT_EQ(CountPixels(raster, {3, 1, 5, 4}, 0x00FF00), 6);
+  EXPECT_EQ(CountPixels(raster, {1, 4, 3, 7}, 0x0000FF), 6);
+  EXPECT_EQ(CountPixels(raster, kPaper), 49 - 18);
+  EXPECT_EQ(InkBounds(raster, kPaper), (PixelRect{1, 1, 5, 7}));
+}
+
+TEST_F(RasterPicture, ShrinksByNearestPixelAndClips) {
+  const StdPicture stripes(4, 1, {0xFF000001, 0xFF000002, 0xFF000003, 0xFF000004});
+  Raster raster(3, 1, kPaper);
+  raster.DrawPicture(stripes, -1, 0, 4, 1, RasterOp::CopyPen);  // first column clipped
+  EXPECT_EQ(raster.GetPixel(0, 0), 0x000002u);
+  EXPECT_EQ(raster.GetPixel(2, 0), 0x000004u);
+  raster.DrawPicture(stripes, 0, 0, 2, 1, RasterOp::CopyPen);
+  EXPECT_EQ(raster.GetPixel(0, 0), 0x000002u);
+  EXPECT_EQ(raster.GetPixel(1, 0), 0x000004u);
+}
+
+TEST_F(RasterPicture, AppliesTheRasterOperationPerPixel) {
+  Raster raster(2, 2, 0x00FFFF00);
+  raster.DrawPicture(picture_, 0, 0, 2, 2, RasterOp::XorPen);
+  EXPECT_EQ(raster.GetPixel(0, 0), 0x00FFFF00u ^ 0xFF0000u);
+  EXPECT_EQ(raster.GetPixel(1, 1), 0x00FFFF00u);
+}
+
+TEST_F(RasterPicture, NothingForAnEmptySize) {
+  Raster raster(3, 3, kPaper);
+  raster.DrawPicture(picture_, 0, 0, 0, 2, RasterOp::CopyPen);
+  raster.DrawPicture(picture_, 0, 0, 2, -2, RasterOp::CopyPen);
+  raster.DrawPicture(picture_, INT_MAX, INT_MAX, INT_MAX, INT_MAX, RasterOp::CopyPen);
+  EXPECT_EQ(CountPixels(raster, kPaper), 9);
+}
+
+TEST(RasterCompositing, BlitCopiesAtAnOffsetClipped) {
+  Raster child(3, 2, kInk);
+  Raster form(5, 4, kPaper);
+  form.Blit(child, 3, 3);
+  ExpectOnly(form, {3, 3, 5, 4}, kInk, kPaper);
+  form.Blit(child, -10, 0);
+  form.Blit(child, INT_MAX, INT_MAX);
+  ExpectOnly(form, {3, 3, 5, 4}, kInk, kPaper);
+}
+
+TEST(RasterCompositing, ResizeKeepsWhatFitsAndFillsTheRest) {
+  Raster raster(3, 3, kPaper);
+  raster.SetPixel(1, 1, kInk, RasterOp::CopyPen);
+  raster.SetPixel(2, 2, kInk, RasterOp::CopyPen);
+  raster.Resize(2, 4, 0x00ABCDEF);
+  EXPECT_EQ(raster.Width(), 2);
+  EXPECT_EQ(raster.Height(), 4);
+  EXPECT_EQ(raster.GetPixel(1, 1), kInk);
+  EXPECT_EQ(raster.GetPixel(1, 2), kPaper);
+  EXPECT_EQ(raster.GetPixel(0, 3), 0x00ABCDEFu);
+  raster.Resize(-1, 5, kPaper);
+  EXPECT_EQ(raster.Pixels().size(), 0u);
+}
+
+}  // namespace
+}  // namespace kestu
