@@ -64,12 +64,13 @@ void HostFiles::OpenBinary(int number, const std::string& path) {
   // Creating but never truncating: a target longer than what is written
   // keeps its tail.
   int fd = ::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
-  if (fd < 0 && RefusesWriting(errno) && ExistsAsFile(path)) {
-    const int refused = errno;
-    fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    if (fd < 0) Fail(refused, path);
+  if (fd < 0) {
+    const int refused = errno;  // before the look-up below overwrites it
+    if (RefusesWriting(refused) && ExistsAsFile(path)) {
+      fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    }
+    if (fd < 0) Fail(refused, path, /*creating=*/true);
   }
-  if (fd < 0) Fail(errno, path, /*creating=*/true);
   files_[number] = OpenFile{fd, path};
 }
 
