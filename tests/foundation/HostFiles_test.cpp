@@ -1,0 +1,87 @@
+#include "kestu/foundation/HostFiles.h"
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <filesystem>
+#include <string>
+
+#include "copyfile/CopyFileHarness.h"
+#include "kestu/foundation/RuntimeError.h"
+#include "support/ExpectRuntimeError.h"
+
+namespace kestu {
+namespace {
+
+using copytest::ReadFile;
+using copytest::TempFolder;
+using copytest::WriteFile;
+
+namespace fs = std::filesystem;
+
+std::span<const std::byte> Bytes(const std::string& text) {
+  return std::as_bytes(std::span(text.data(), text.size()));
+}
+
+class HostFilesTest : public ::testing::Test {
+ protected:
+  void TearDown() override { files_.CloseAll(); }
+  HostFiles& files_ = HostFiles::Instance();
+  TempFolder dir_;
+};
+
+TEST_F(HostFilesTest, OpenCreatesAndNeverTruncates) {
+  WriteFile(dir_ / "old", "abcdef");
+  files_.OpenBinary(3, dir_ / "old");
+  files_.OpenBinary(4, dir_ / "new");
+  EXPECT_TRUE(fs::exists(dir_ / "new"));
+  EXPECT_EQ(files_.Length(3), 6);
+  files_.Write(3, Bytes("XY"));
+  files_.Close(3);
+  EXPECT_EQ(ReadFile(dir_ / "old"), "XYcdef");
+}
+
+TEST_F(HostFilesTest, ReadAdvancesToTheEnd) {
+  WriteFile(dir_ / "f", "12345");
+  files_.OpenBinary(7, dir_ / "f");
+  std::byte buffer[3];
+  EXPECT_EQ(files_.Read(7, buffer), 3u);
+  EXPECT_FALSE(files_.AtEnd(7));
+  EXPECT_EQ(files_.Read(7, buffer), 2u);  // a short read only at the end
+  EXPECT_TRUE(files_.AtEnd(7));
+}
+
+TEST_F(HostFilesTest, NumbersAreCheckedAsTheHostDoes) {
+  files_.OpenBinary(1, dir_ / "a");
+  ExpectRuntimeError(err::kFileAlreadyOpen, [&] { files_.OpenBinary(1, dir_ / "b"); });
+  EXPECT_EQ(files_.LastFailedPath(), dir_ / "b");
+  ExpectRuntimeError(err::kBadFileNameOrNumber, [&] { files_.OpenBinary(0, dir_ / "b"); });
+  ExpectRuntimeError(err::kBadFileNameOrNumber, [&] { files_.Length(9); });
+  files_.Close(9);  // closing a number that is not open is no error
+  files_.Close(1);
+  ExpectRuntimeError(err::kBadFileNameOrNumber, [&] { files_.AtEnd(1); });
+}
+
+TEST_F(HostFilesTest, SystemRefusalsBecomeHostErrors) {
+  fs::create_directory(dir_ / "folder");
+  ExpectRuntimeError(
+      err::kPathNotFound, [&] { files_.OpenBinary(1, dir_ / "no/such"); }, "no/such");
+  ExpectRuntimeError(err::kPathFileAccessError, [&] { files_.OpenBinary(1, dir_ / "folder"); });
+  ExpectRuntimeError(err::kBadFileNameOrNumber,
+                     [&] { files_.OpenBinary(1, dir_ / std::string(300, 'n')); });
+  files_.OpenBinary(2, "/dev/full");
+  ExpectRuntimeError(err::kDiskFull, [&] { files_.Write(2, Bytes("x")); });
+  EXPECT_FALSE(files_.IsOpen(1));
+}
+
+TEST_F(HostFilesTest, DirNamesExistingFilesOnly) {
+  WriteFile(dir_ / "here.txt", "x");
+  fs::create_directory(dir_ / "sub");
+  EXPECT_EQ(HostFiles::Dir(dir_ / "here.txt"), "here.txt");
+  EXPECT_EQ(HostFiles::Dir(dir_ / "gone.txt"), "");
+  EXPECT_EQ(HostFiles::Dir(dir_ / "sub"), "");
+  EXPECT_EQ(HostFiles::Dir(""), "");
+}
+
+}  // namespace
+}  // namespace kestu
