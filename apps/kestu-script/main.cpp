@@ -1,0 +1,42 @@
+// kestu-script: runs a script against a headless host and prints its
+// trace. The language and the trace are described in docs/kestu-script.md.
+
+#include <cstring>
+#include <exception>
+#include <iostream>
+#include <string>
+
+#include "kestu/host/Host.h"
+#include "kestu/host/ScriptRunner.h"
+
+namespace {
+
+constexpr const char* kUsage =
+    "usage: kestu-script [SCRIPT]\n"
+    "Runs SCRIPT (standard input when absent or \"-\") against a headless host\n"
+    "and prints its trace. Exit status: 0 when the script ran to its end, 2 for\n"
+    "a line it cannot parse or a name it does not know, 1 for a host failure.\n";
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (argc > 2) {
+    std::cerr << kUsage;
+    return kestu::ScriptRunner::kHostFailure;
+  }
+  const std::string script = argc == 2 ? argv[1] : "-";
+  if (script == "-h" || script == "--help") {
+    std::cout << kUsage;
+    return 0;
+  }
+  try {
+    kestu::Host host;
+    kestu::ScriptRunner runner(host, std::cout, std::cerr);
+    if (script == "-") return runner.Run(std::cin, "<stdin>");
+    return runner.RunFile(script);
+  } catch (const std::exception& error) {
+    std::cout.flush();
+    std::cerr << "kestu-script: " << error.what() << "\n";
+    return kestu::ScriptRunner::kHostFailure;
+  }
+}

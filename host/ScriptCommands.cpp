@@ -1,0 +1,635 @@
+#include "host/ScriptCommands.h"
+
+#include <array>
+#include <cstdio>
+
+#include "foundation/VariantJson.h"
+#include "host/Names.h"
+#include "host/ScriptError.h"
+#include "host/ScriptHandlers.h"
+#include "host/TraceFormat.h"
+#include "kestu/foundation/ClassInfo.h"
+#include "kestu/foundation/RuntimeError.h"
+#include "kestu/host/FormFile.h"
+#include "kestu/host/Host.h"
+#include "kestu/host/Snapshot.h"
+
+namespace kestu {
+
+namespace {
+
+// The host's numbers for a property that can only be read or only written.
+constexpr int kReadOnlyProperty = 383;
+constexpr int kWriteOnlyProperty = 394;
+
+// The extender's properties, as the host names them.
+constexpr std::array<std::string_view, 9> kExtenderProperties = {
+    "Name", "Left", "Top", "Width", "Height", "Visible", "TabIndex", "ToolTipText", "Align"};
+
+// The ambient properties a script may change.
+constexpr std::array<std::string_view, 4> kAmbientProperties = {"UserMode", "DisplayAsDefault",
+                                                                "Font", "DisplayName"};
+
+// "NAME.MEMBER", split at its first point.
+std::pair<std::string, std::string> SplitMember(const std::string& word, const char* what) {
+  const size_t dot = word.find('.');
+  if (dot == std::string::npos || dot == 0 || dot + 1 == word.size()) {
+    throw ScriptError(std::string("expected ") + what);
+  }
+  return {word.substr(0, dot), word.substr(dot + 1)};
+}
+
+template <size_t N>
+std::optional<std::string_view> Canonical(const std::array<std::string_view, N>& names,
+                                          std::string_view name) {
+  for (std::string_view known : names) {
+    if (SameName(known, name)) return known;
+  }
+  return std::nullopt;
+}
+
+std::string Lower(std::string_view text) {
+  std::string lower(text);
+  for (char& c : lower) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  return lower;
+}
+
+}  // namespace
+
+ScriptCommands::ScriptCommands(Host& host, std::ostream& out, ScriptHandlers& handlers)
+    : host_(host), out_(out), handlers_(handlers), input_(host) {}
+
+const std::map<std::string, ScriptCommands::Command, std::less<>>& ScriptCommands::Commands() {
+  static const std::map<std::string, Command, std::less<>> commands = {
+      {"screen", &ScriptCommands::Screen},
+      {"form", &ScriptCommands::FormCommand},
+      {"activate", &ScriptCommands::Activate},
+      {"mode", &ScriptCommands::Mode},
+      {"ambient", &ScriptCommands::Ambient},
+      {"new", &ScriptCommands::New},
+      {"load", &ScriptCommands::Load},
+      {"save", &ScriptCommands::Save},
+      {"openform", &ScriptCommands::OpenForm},
+      {"saveform", &ScriptCommands::SaveForm},
+      {"set", &ScriptCommands::Set},
+      {"get", &ScriptCommands::Get},
+      {"call", &ScriptCommands::Call},
+      {"size", &ScriptCommands::Size},
+      {"focus", &ScriptCommands::Focus},
+      {"type", &ScriptCommands::Type},
+      {"key", &ScriptCommands::Key},
+      {"keydown", &ScriptCommands::KeyDown},
+      {"keyup", &ScriptCommands::KeyUp},
+      {"keypress", &ScriptCommands::KeyPress},
+      {"mouse", &ScriptCommands::Mouse},
+      {"click", &ScriptCommands::Click},
+      {"dblclick", &ScriptCommands::DblClick},
+      {"cursor", &ScriptCommands::Cursor},
+      {"tick", &ScriptCommands::Tick},
+      {"popup", &ScriptCommands::Popup},
+      {"clipboard", &ScriptCommands::Clipboard},
+      {"on", &ScriptCommands::On},
+      {"trace", &ScriptCommands::Trace},
+      {"pixel", &ScriptCommands::Pixel},
+      {"png", &ScriptCommands::Png},
+      {"caret", &ScriptCommands::Caret},
+      {"echo", &ScriptCommands::Echo},
+      {"paint", &ScriptCommands::Paint},
+      {"remove", &ScriptCommands::Remove},
+  };
+  return commands;
+}
+
+void ScriptCommands::Execute(std::string_view line) {
+  ScriptLexer in(line);
+  std::optional<Token> command = in.Next();
+  if (!command) return;
+  if (!command->Is(Token::Kind::Word)) throw ScriptError("expected a command");
+  const auto& commands = Commands();
+  auto it = commands.find(Lower(command->text));
+  if (it == commands.end()) throw ScriptError("unknown command '" + command->text + "'");
+  (this->*(it->second))(in);
+}
+
+// ---- Reading a line ----
+
+Token ScriptCommands::Word(ScriptLexer& in, const char* what) {
+  std::optional<Token> token = in.Next();
+  if (!token || !token->Is(Token::Kind::Word)) throw ScriptError(std::string("expected ") + what);
+  return *token;
+}
+
+std::string ScriptCommands::FileName(ScriptLexer& in) {
+  std::optional<Token> token = in.Next();
+  if (!token || !(token->Is(Token::Kind::Word) || token->Is(Token::Kind::String))) {
+    throw ScriptError("expected a file name");
+  }
+  return token->text;
+}
+
+HostedControl* ScriptCommands::FindControl(std::string_view name) const {
+  return host_.FindControl(name, host_.FindForm(current_form_));
+}
+
+HostedControl& ScriptCommands::ControlArgument(ScriptLexer& in) {
+  const Token name = Word(in, "a control name");
+  HostedControl* control = FindControl(name.text);
+  if (!control) throw ScriptError("unknown control '" + name.text + "'");
+  return *control;
+}
+
+std::pair<std::string, std::string> ScriptCommands::MemberArgument(ScriptLexer& in,
+                                                                   const char* what) {
+  return SplitMember(Word(in, what).text, what);
+}
+
+std::vector<ScriptValue> ScriptCommands::Values(ScriptLexer& in) {
+  std::vector<ScriptValue> values;
+  while (!in.AtEnd()) values.push_back(ScriptValue::Parse(in));
+  return values;
+}
+
+void ScriptCommands::End(ScriptLexer& in) {
+  if (std::optional<Token> extra = in.Next()) {
+    throw ScriptError("unexpected '" + extra->text + "'");
+  }
+}
+
+std::optional<TwipsRect> ScriptCommands::Rect(const std::vector<ScriptValue>& values) const {
+  if (values.empty()) return std::nullopt;
+  return TwipsRect{Long(values[0]), Long(values[1]), Long(values[2]), Long(values[3])};
+}
+
+Form& ScriptCommands::CurrentForm() const {
+  Form* form = host_.FindForm(current_form_);
+  // The current form can only go when a form file replaced it, and then
+  // the new one is current; keep a form to work on whatever happens.
+  return form ? *form : host_.CreateForm(current_form_);
+}
+
+void ScriptCommands::PrintValue(std::string_view target, const Variant& value,
+                                std::string_view type_name) {
+  out_ << target << " = " << FormatValue(value, type_name) << "\n";
+}
+
+// ---- Forms and the screen ----
+
+void ScriptCommands::Screen(ScriptLexer& in) {
+  const ScriptValue x = ValueArgument(in);
+  const ScriptValue y = ValueArgument(in);
+  End(in);
+  host_.SetTwipsPerPixel(Long(x), Long(y));
+}
+
+void ScriptCommands::FormCommand(ScriptLexer& in) {
+  const Token name = Word(in, "a form name");
+  const std::vector<ScriptValue> size = Values(in);
+  if (!size.empty() && size.size() != 2) throw ScriptError("expected a width and a height");
+  Form* form = host_.FindForm(name.text);
+  if (form) {
+    if (!size.empty()) form->Resize(Long(size[0]), Long(size[1]));
+    host_.Activate(form);
+  } else if (size.empty()) {
+    form = &host_.CreateForm(name.text);
+  } else {
+    form = &host_.CreateForm(name.text, Long(size[0]), Long(size[1]));
+  }
+  current_form_ = form->Name();
+}
+
+void ScriptCommands::Activate(ScriptLexer& in) {
+  const Token name = Word(in, "a form name");
+  End(in);
+  Form* form = host_.FindForm(name.text);
+  if (!form) throw ScriptError("unknown form '" + name.text + "'");
+  host_.Activate(form);
+}
+
+void ScriptCommands::Mode(ScriptLexer& in) {
+  const Token mode = Word(in, "design or run");
+  End(in);
+  if (!mode.IsWord("design") && !mode.IsWord("run")) throw ScriptError("expected design or run");
+  host_.SetUserMode(mode.IsWord("run"));
+}
+
+void ScriptCommands::Ambient(ScriptLexer& in) {
+  HostedControl& control = ControlArgument(in);
+  const Token property = Word(in, "an ambient property");
+  const auto name = Canonical(kAmbientProperties, property.text);
+  if (!name) throw ScriptError("unknown ambient property '" + property.text + "'");
+  const ScriptValue value = ValueArgument(in);
+  End(in);
+  control.SetAmbient(*name, Evaluate(value));
+}
+
+// ---- Controls ----
+
+void ScriptCommands::New(ScriptLexer& in) {
+  const Token type = Word(in, "a control type");
+  const ClassInfo* info = ControlRegistry::Instance().Find(type.text);
+  if (!info) throw ScriptError("unknown control type '" + type.text + "'");
+  const Token name = Word(in, "a control name");
+  if (CurrentForm().FindControl(name.text)) {
+    throw ScriptError("control '" + name.text + "' already exists");
+  }
+  const std::vector<ScriptValue> rect = Values(in);
+  if (!rect.empty() && rect.size() != 4) throw ScriptError("expected L T W H");
+  host_.NewControl(CurrentForm(), *info, name.text, Rect(rect));
+}
+
+void ScriptCommands::Load(ScriptLexer& in) {
+  const Token type = Word(in, "a control type");
+  const ClassInfo* info = ControlRegistry::Instance().Find(type.text);
+  if (!info) throw ScriptError("unknown control type '" + type.text + "'");
+  const Token name = Word(in, "a control name");
+  if (CurrentForm().FindControl(name.text)) {
+    throw ScriptError("control '" + name.text + "' already exists");
+  }
+  std::optional<std::string> json = in.RawJsonObject();
+  std::string file;
+  if (!json) {
+    file = Word(in, "a JSON object or @file").text;
+    if (!file.starts_with("@") || file.size() == 1) {
+      throw ScriptError("expected a JSON object or @file");
+    }
+    file.erase(0, 1);
+  }
+  const std::vector<ScriptValue> rect = Values(in);
+  if (!rect.empty() && rect.size() != 4) throw ScriptError("expected L T W H");
+
+  const std::string source = json ? "bag of " + name.text : file;
+  const nlohmann::ordered_json parsed =
+      json ? ParseJsonStrict(*json, source) : LoadJsonFile(ResolveInputPath(base_dir_, file));
+  host_.LoadControl(CurrentForm(), *info, name.text, BagFromJson(parsed, source), Rect(rect));
+}
+
+void ScriptCommands::Save(ScriptLexer& in) {
+  HostedControl& control = ControlArgument(in);
+  End(in);
+  const PropertyBag bag = host_.SaveControl(control);
+  out_ << "bag " << control.Name() << " "
+       << BagToJson(bag).dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace)
+       << "\n";
+}
+
+void ScriptCommands::OpenForm(ScriptLexer& in) {
+  const std::string file = FileName(in);
+  End(in);
+  current_form_ = LoadFormFile(host_, ResolveInputPath(base_dir_, file)).Name();
+}
+
+void ScriptCommands::SaveForm(ScriptLexer& in) {
+  const std::string file = FileName(in);
+  End(in);
+  SaveFormFile(host_, CurrentForm(), file);
+}
+
+// ---- Properties and methods ----
+
+void ScriptCommands::Set(ScriptLexer& in) {
+  const auto [target, member] = MemberArgument(in, "NAME.PROPERTY");
+  const ScriptValue value = ValueArgument(in);
+  End(in);
+  if (HostedControl* control = FindControl(target)) {
+    if (const PropertyInfo* property = control->Class().FindProperty(member)) {
+      if (!property->CanWrite()) throw RuntimeError(kReadOnlyProperty, property->name);
+      property->set(control->Control(), Evaluate(value));
+    } else if (const auto extender = Canonical(kExtenderProperties, member)) {
+      control->SetExtender(*extender, Evaluate(value));
+    } else {
+      throw ScriptError("unknown property '" + member + "' of " + control->Class().name);
+    }
+    return;
+  }
+  Form* form = host_.FindForm(target);
+  if (!form) throw ScriptError("unknown control '" + target + "'");
+  if (SameName(member, "Caption")) {
+    form->SetCaption(Evaluate(value).ToString());
+  } else if (SameName(member, "Width")) {
+    form->Resize(Long(value), form->HeightTwips());
+  } else if (SameName(member, "Height")) {
+    form->Resize(form->WidthTwips(), Long(value));
+  } else if (SameName(member, "BackColor")) {
+    form->SetBackColor(static_cast<OLE_COLOR>(Long(value)));
+  } else if (SameName(member, "Font")) {
+    const FontRef font = Evaluate(value).ToFont();
+    if (!font) throw RuntimeError(err::kInvalidPropertyValue, "Font");
+    form->SetFont(font);
+  } else {
+    throw ScriptError("unknown property '" + member + "' of form " + form->Name());
+  }
+}
+
+void ScriptCommands::Get(ScriptLexer& in) {
+  const Token word = Word(in, "NAME.PROPERTY");
+  if (word.IsWord("Clipboard")) {
+    End(in);
+    PrintValue("Clipboard", Variant(host_.ClipboardText()), {});
+    return;
+  }
+  const auto [target, member] = SplitMember(word.text, "NAME.PROPERTY");
+  End(in);
+  if (HostedControl* control = FindControl(target)) {
+    const std::string prefix = control->Name() + ".";
+    if (const PropertyInfo* property = control->Class().FindProperty(member)) {
+      if (!property->CanRead()) throw RuntimeError(kWriteOnlyProperty, property->name);
+      PrintValue(prefix + property->name, property->get(control->Control()), property->type_name);
+    } else if (const auto extender = Canonical(kExtenderProperties, member)) {
+      PrintValue(prefix + std::string(*extender), control->GetExtender(*extender), {});
+    } else {
+      throw ScriptError("unknown property '" + member + "' of " + control->Class().name);
+    }
+    return;
+  }
+  Form* form = host_.FindForm(target);
+  if (!form) throw ScriptError("unknown control '" + target + "'");
+  const std::string prefix = form->Name() + ".";
+  if (SameName(member, "Caption")) {
+    PrintValue(prefix + "Caption", Variant(form->Caption()), {});
+  } else if (SameName(member, "Width")) {
+    PrintValue(prefix + "Width", Variant(static_cast<float>(form->WidthTwips())), {});
+  } else if (SameName(member, "Height")) {
+    PrintValue(prefix + "Height", Variant(static_cast<float>(form->HeightTwips())), {});
+  } else if (SameName(member, "BackColor")) {
+    PrintValue(prefix + "BackColor", Variant(static_cast<int32_t>(form->BackColor())),
+               kColorTypeName);
+  } else if (SameName(member, "Font")) {
+    PrintValue(prefix + "Font", Variant(form->Font()), {});
+  } else if (SameName(member, "Modified")) {
+    PrintValue(prefix + "Modified", Variant::Boolean(form->Modified()), {});
+  } else {
+    throw ScriptError("unknown property '" + member + "' of form " + form->Name());
+  }
+}
+
+void ScriptCommands::Call(ScriptLexer& in) {
+  const auto [target, member] = MemberArgument(in, "NAME.METHOD");
+  HostedControl* control = FindControl(target);
+  if (!control) throw ScriptError("unknown control '" + target + "'");
+  const MethodInfo* method = control->Class().FindMethod(member);
+  if (!method) throw ScriptError("unknown method '" + member + "' of " + control->Class().name);
+  const std::vector<ScriptValue> values = Values(in);
+
+  if (values.size() != method->params.size()) throw RuntimeError(err::kWrongArguments, member);
+  std::vector<Variant> arguments;
+  for (size_t i = 0; i < values.size(); ++i) {
+    const VarType type = method->params[i].type;
+    Variant argument = Evaluate(values[i]);
+    arguments.push_back(type == VarType::Empty ? argument : argument.ConvertTo(type));
+  }
+  const Variant result = method->invoke(control->Control(), arguments);
+
+  std::string by_reference;
+  for (size_t i = 0; i < arguments.size(); ++i) {
+    const ParamInfo& param = method->params[i];
+    if (!param.by_ref) continue;
+    by_reference += by_reference.empty() ? "(" : ", ";
+    by_reference += param.name + "=" + FormatValue(arguments[i], param.type_name);
+  }
+  if (method->return_type_name.empty() && by_reference.empty()) return;
+  out_ << control->Name() << "." << method->name;
+  if (!method->return_type_name.empty()) {
+    out_ << " -> " << FormatValue(result, method->return_type_name);
+  }
+  if (!by_reference.empty()) out_ << " " << by_reference << ")";
+  out_ << "\n";
+}
+
+void ScriptCommands::Size(ScriptLexer& in) {
+  HostedControl& control = ControlArgument(in);
+  const ScriptValue width = ValueArgument(in);
+  const ScriptValue height = ValueArgument(in);
+  End(in);
+  control.RequestSize(Long(width), Long(height));
+}
+
+void ScriptCommands::Paint(ScriptLexer& in) {
+  HostedControl& control = ControlArgument(in);
+  End(in);
+  host_.Repaint(control);
+}
+
+void ScriptCommands::Remove(ScriptLexer& in) {
+  HostedControl& control = ControlArgument(in);
+  End(in);
+  host_.RemoveControl(control);
+}
+
+// ---- Input ----
+
+void ScriptCommands::Focus(ScriptLexer& in) {
+  HostedControl& control = ControlArgument(in);
+  End(in);
+  host_.SetFocus(&control);
+}
+
+void ScriptCommands::Type(ScriptLexer& in) {
+  HostedControl& control = ControlArgument(in);
+  std::optional<Token> text = in.Next();
+  if (!text || !(text->Is(Token::Kind::String) || text->Is(Token::Kind::Word))) {
+    throw ScriptError("expected the text to type");
+  }
+  End(in);
+  input_.Type(control, text->text);
+}
+
+void ScriptCommands::Key(ScriptLexer& in) {
+  HostedControl& control = ControlArgument(in);
+  const ScriptValue code = ValueArgument(in);
+  std::vector<ScriptValue> shift = Values(in);
+  if (shift.size() > 1) throw ScriptError("expected CODE [SHIFT]");
+  input_.PressKey(control, Integer(code), shift.empty() ? int16_t{0} : Integer(shift[0]));
+}
+
+void ScriptCommands::KeyDown(ScriptLexer& in) {
+  HostedControl& control = ControlArgument(in);
+  const ScriptValue code = ValueArgument(in);
+  const ScriptValue shift = ValueArgument(in);
+  End(in);
+  input_.KeyDown(control, Integer(code), Integer(shift));
+}
+
+void ScriptCommands::KeyUp(ScriptLexer& in) {
+  HostedControl& control = ControlArgument(in);
+  const ScriptValue code = ValueArgument(in);
+  const ScriptValue shift = ValueArgument(in);
+  End(in);
+  input_.KeyUp(control, Integer(code), Integer(shift));
+}
+
+void ScriptCommands::KeyPress(ScriptLexer& in) {
+  HostedControl& control = ControlArgument(in);
+  const ScriptValue character = ValueArgument(in);
+  End(in);
+  input_.KeyPress(control, Integer(character));
+}
+
+void ScriptCommands::Mouse(ScriptLexer& in) {
+  HostedControl& control = ControlArgument(in);
+  const Token action_word = Word(in, "down, up or move");
+  MouseAction action;
+  if (action_word.IsWord("down")) {
+    action = MouseAction::Down;
+  } else if (action_word.IsWord("up")) {
+    action = MouseAction::Up;
+  } else if (action_word.IsWord("move")) {
+    action = MouseAction::Move;
+  } else {
+    throw ScriptError("expected down, up or move");
+  }
+  const std::vector<ScriptValue> values = Values(in);
+  if (values.size() != 4) throw ScriptError("expected BUTTON SHIFT X Y");
+  input_.Mouse(control, action, Integer(values[0]), Integer(values[1]), Single(values[2]),
+               Single(values[3]));
+}
+
+void ScriptCommands::Click(ScriptLexer& in) {
+  HostedControl& control = ControlArgument(in);
+  const std::vector<ScriptValue> values = Values(in);
+  if (values.size() == 3 || values.size() > 4) throw ScriptError("expected [BUTTON [SHIFT [X Y]]]");
+  const int16_t button = values.size() > 0 ? Integer(values[0]) : int16_t{1};
+  const int16_t shift = values.size() > 1 ? Integer(values[1]) : int16_t{0};
+  const TwipsRect bounds = control.Bounds();
+  const float x = values.size() > 2 ? Single(values[2]) : static_cast<float>(bounds.width) / 2;
+  const float y = values.size() > 2 ? Single(values[3]) : static_cast<float>(bounds.height) / 2;
+  input_.Click(control, button, shift, x, y);
+}
+
+void ScriptCommands::DblClick(ScriptLexer& in) {
+  HostedControl& control = ControlArgument(in);
+  const std::vector<ScriptValue> values = Values(in);
+  if (values.size() == 3 || values.size() > 4) throw ScriptError("expected [BUTTON [SHIFT [X Y]]]");
+  const int16_t button = values.size() > 0 ? Integer(values[0]) : int16_t{1};
+  const int16_t shift = values.size() > 1 ? Integer(values[1]) : int16_t{0};
+  const TwipsRect bounds = control.Bounds();
+  const float x = values.size() > 2 ? Single(values[2]) : static_cast<float>(bounds.width) / 2;
+  const float y = values.size() > 2 ? Single(values[3]) : static_cast<float>(bounds.height) / 2;
+  input_.DblClick(control, button, shift, x, y);
+}
+
+void ScriptCommands::Cursor(ScriptLexer& in) {
+  const ScriptValue x = ValueArgument(in);
+  const ScriptValue y = ValueArgument(in);
+  End(in);
+  host_.SetCursorPos(Long(x), Long(y));
+}
+
+// ---- Host services ----
+
+void ScriptCommands::Tick(ScriptLexer& in) {
+  const std::vector<ScriptValue> values = Values(in);
+  if (values.size() > 1) throw ScriptError("expected [N]");
+  host_.Tick(values.empty() ? 1 : Long(values[0]));
+}
+
+void ScriptCommands::Popup(ScriptLexer& in) {
+  const Token answer = Word(in, "choose or dismiss");
+  if (answer.IsWord("dismiss")) {
+    End(in);
+    host_.QueuePopupAnswer(std::nullopt);
+  } else if (answer.IsWord("choose")) {
+    const ScriptValue index = ValueArgument(in);
+    End(in);
+    host_.QueuePopupAnswer(Long(index));
+  } else {
+    throw ScriptError("expected choose or dismiss");
+  }
+}
+
+void ScriptCommands::Clipboard(ScriptLexer& in) {
+  const ScriptValue value = ValueArgument(in);
+  End(in);
+  host_.SetClipboardText(Evaluate(value).ToString());
+}
+
+void ScriptCommands::On(ScriptLexer& in) {
+  const auto [target, member] = MemberArgument(in, "NAME.EVENT");
+  HostedControl* control = FindControl(target);
+  if (!control) throw ScriptError("unknown control '" + target + "'");
+  const EventInfo* event = control->Class().FindEvent(member);
+  if (!event) throw ScriptError("unknown event '" + member + "' of " + control->Class().name);
+  if (!Word(in, "set").IsWord("set")) throw ScriptError("expected set");
+
+  std::vector<std::pair<std::string, ScriptValue>> assignments;
+  bool once = false;
+  while (!in.AtEnd()) {
+    const Token argument = Word(in, "ARG=VALUE");
+    if (argument.IsWord("once") && in.AtEnd() && !assignments.empty()) {
+      once = true;
+      break;
+    }
+    const ParamInfo* param = nullptr;
+    for (const ParamInfo& p : event->params) {
+      if (SameName(p.name, argument.text)) param = &p;
+    }
+    if (!param) throw ScriptError("unknown argument '" + argument.text + "' of " + event->name);
+    if (!param->by_ref) throw ScriptError("argument '" + param->name + "' is passed by value");
+    std::optional<Token> equals = in.Next();
+    if (!equals || !equals->Is(Token::Kind::Equals)) throw ScriptError("expected ARG=VALUE");
+    assignments.emplace_back(param->name, ValueArgument(in));
+  }
+  if (assignments.empty()) throw ScriptError("expected ARG=VALUE");
+
+  std::vector<ScriptHandlers::Assignment> evaluated;
+  for (const auto& [name, value] : assignments) evaluated.push_back({name, Evaluate(value)});
+  handlers_.Add(control->Name(), event->name, std::move(evaluated), once);
+}
+
+void ScriptCommands::Trace(ScriptLexer& in) {
+  if (!Word(in, "draw").IsWord("draw")) throw ScriptError("expected draw");
+  HostedControl& control = ControlArgument(in);
+  const Token state = Word(in, "on or off");
+  End(in);
+  if (!state.IsWord("on") && !state.IsWord("off")) throw ScriptError("expected on or off");
+  control.SetDrawingObserved(state.IsWord("on"));
+}
+
+// ---- Pixels and pictures ----
+
+void ScriptCommands::Pixel(ScriptLexer& in) {
+  HostedControl& control = ControlArgument(in);
+  const ScriptValue x_value = ValueArgument(in);
+  const ScriptValue y_value = ValueArgument(in);
+  End(in);
+  const int32_t x = Long(x_value), y = Long(y_value);
+  char color[8];
+  std::snprintf(color, sizeof color, "#%06X", control.GetRaster().GetPixel(x, y) & 0xFFFFFFu);
+  out_ << "pixel " << control.Name() << " " << x << " " << y << " = " << color << "\n";
+}
+
+void ScriptCommands::Png(ScriptLexer& in) {
+  const std::string file = FileName(in);
+  HostedControl* control = in.AtEnd() ? nullptr : &ControlArgument(in);
+  End(in);
+  const Raster picture =
+      control ? RenderControl(host_, *control) : RenderForm(host_, CurrentForm());
+  picture.SavePng(file);
+}
+
+void ScriptCommands::Caret(ScriptLexer& in) {
+  End(in);
+  const auto& caret = host_.GetCaret();
+  if (!caret) {
+    out_ << "caret none\n";
+    return;
+  }
+  const Host::WindowRef window = host_.FindWindow(caret->hwnd);
+  const std::string name = window.control ? window.control->Name()
+                           : window.form  ? window.form->Name()
+                                          : std::to_string(caret->hwnd);
+  out_ << "caret " << name << " " << caret->x << " " << caret->y << " " << caret->width << " "
+       << caret->height << (caret->shown ? " shown" : " hidden") << "\n";
+}
+
+void ScriptCommands::Echo(ScriptLexer& in) {
+  // A quoted text prints its contents; anything else prints as written.
+  ScriptLexer probe = in;
+  std::optional<Token> first = probe.Next();
+  if (first && first->Is(Token::Kind::String) && probe.AtEnd()) {
+    out_ << first->text << "\n";
+    return;
+  }
+  out_ << in.RestOfLine() << "\n";
+}
+
+}  // namespace kestu

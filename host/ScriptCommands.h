@@ -1,0 +1,110 @@
+#pragma once
+// The commands of kestu-script, one member each. Every command reads its
+// whole line first (names are looked up, values parsed) and only then
+// acts, so a malformed line runs nothing.
+
+#include <filesystem>
+#include <map>
+#include <ostream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/ScriptLexer.h"
+#include "host/ScriptValue.h"
+#include "kestu/host/HostInput.h"
+#include "kestu/host/HostedControl.h"
+
+namespace kestu {
+
+class Host;
+class Form;
+class HostedControl;
+class ScriptHandlers;
+struct PropertyInfo;
+
+class ScriptCommands {
+ public:
+  ScriptCommands(Host& host, std::ostream& out, ScriptHandlers& handlers);
+
+  // Files the script reads are looked for here first.
+  void SetBaseDir(std::filesystem::path base_dir) { base_dir_ = std::move(base_dir); }
+
+  // Runs one line; a blank or comment line does nothing. Throws
+  // ScriptError for a line it cannot run, RuntimeError for what the
+  // library raised.
+  void Execute(std::string_view line);
+
+ private:
+  using Command = void (ScriptCommands::*)(ScriptLexer&);
+  static const std::map<std::string, Command, std::less<>>& Commands();
+
+  // Commands of the language.
+  void Screen(ScriptLexer& in);
+  void FormCommand(ScriptLexer& in);
+  void Activate(ScriptLexer& in);
+  void Mode(ScriptLexer& in);
+  void Ambient(ScriptLexer& in);
+  void New(ScriptLexer& in);
+  void Load(ScriptLexer& in);
+  void Save(ScriptLexer& in);
+  void OpenForm(ScriptLexer& in);
+  void SaveForm(ScriptLexer& in);
+  void Set(ScriptLexer& in);
+  void Get(ScriptLexer& in);
+  void Call(ScriptLexer& in);
+  void Size(ScriptLexer& in);
+  void Focus(ScriptLexer& in);
+  void Type(ScriptLexer& in);
+  void Key(ScriptLexer& in);
+  void KeyDown(ScriptLexer& in);
+  void KeyUp(ScriptLexer& in);
+  void KeyPress(ScriptLexer& in);
+  void Mouse(ScriptLexer& in);
+  void Click(ScriptLexer& in);
+  void DblClick(ScriptLexer& in);
+  void Cursor(ScriptLexer& in);
+  void Tick(ScriptLexer& in);
+  void Popup(ScriptLexer& in);
+  void Clipboard(ScriptLexer& in);
+  void On(ScriptLexer& in);
+  void Trace(ScriptLexer& in);
+  void Pixel(ScriptLexer& in);
+  void Png(ScriptLexer& in);
+  void Caret(ScriptLexer& in);
+  void Echo(ScriptLexer& in);
+  // Extensions.
+  void Paint(ScriptLexer& in);
+  void Remove(ScriptLexer& in);
+
+  // Reading a line.
+  Token Word(ScriptLexer& in, const char* what);
+  std::string FileName(ScriptLexer& in);
+  HostedControl& ControlArgument(ScriptLexer& in);
+  // A word "NAME.MEMBER", split at its first point.
+  std::pair<std::string, std::string> MemberArgument(ScriptLexer& in, const char* what);
+  ScriptValue ValueArgument(ScriptLexer& in) { return ScriptValue::Parse(in); }
+  void End(ScriptLexer& in);
+
+  Variant Evaluate(const ScriptValue& value) const { return value.Evaluate(base_dir_); }
+  int16_t Integer(const ScriptValue& value) const { return Evaluate(value).ToInteger(); }
+  int32_t Long(const ScriptValue& value) const { return Evaluate(value).ToLong(); }
+  float Single(const ScriptValue& value) const { return Evaluate(value).ToSingle(); }
+
+  Form& CurrentForm() const;
+  HostedControl* FindControl(std::string_view name) const;
+  // The values up to the end of the line.
+  std::vector<ScriptValue> Values(ScriptLexer& in);
+  // Four values as a place on the form, or nothing for none.
+  std::optional<TwipsRect> Rect(const std::vector<ScriptValue>& values) const;
+  void PrintValue(std::string_view target, const Variant& value, std::string_view type_name);
+
+  Host& host_;
+  std::ostream& out_;
+  ScriptHandlers& handlers_;
+  HostInput input_;
+  std::filesystem::path base_dir_;
+  std::string current_form_ = "Form1";
+};
+
+}  // namespace kestu

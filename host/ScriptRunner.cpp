@@ -1,0 +1,74 @@
+#include "kestu/host/ScriptRunner.h"
+
+#include <fstream>
+#include <sstream>
+
+#include "host/ScriptCommands.h"
+#include "host/ScriptError.h"
+#include "host/ScriptHandlers.h"
+#include "kestu/foundation/RuntimeError.h"
+#include "kestu/host/Host.h"
+#include "kestu/host/TraceWriter.h"
+
+namespace kestu {
+
+ScriptRunner::ScriptRunner(Host& host, std::ostream& out, std::ostream& err)
+    : host_(host),
+      out_(out),
+      err_(err),
+      trace_(std::make_unique<TraceWriter>(out)),
+      handlers_(std::make_unique<ScriptHandlers>(host)) {
+  // The trace first: it shows event arguments as passed, before any
+  // handler changes them.
+  host_.AddObserver(trace_.get());
+  host_.AddObserver(handlers_.get());
+  if (!host_.FindForm("Form1")) host_.CreateForm("Form1");
+  commands_ = std::make_unique<ScriptCommands>(host_, out_, *handlers_);
+}
+
+ScriptRunner::~ScriptRunner() {
+  host_.RemoveObserver(handlers_.get());
+  host_.RemoveObserver(trace_.get());
+}
+
+int ScriptRunner::Run(std::istream& script, const std::string& file_name,
+                      const std::filesystem::path& base_dir) {
+  commands_->SetBaseDir(base_dir);
+  std::string line;
+  for (int number = 1; std::getline(script, line); ++number) {
+    if (number == 1 && line.starts_with("\xEF\xBB\xBF")) line.erase(0, 3);
+    if (!line.empty() && line.back() == '\r') line.pop_back();
+    try {
+      commands_->Execute(line);
+    } catch (const ScriptError& error) {
+      out_.flush();
+      err_ << file_name << ":" << number << ": " << error.what() << "\n";
+      return kBadLine;
+    } catch (const RuntimeError& error) {
+      trace_->OnError(error);
+    } catch (const std::exception& error) {
+      out_.flush();
+      err_ << file_name << ":" << number << ": " << error.what() << "\n";
+      return kHostFailure;
+    }
+  }
+  out_.flush();
+  return kCompleted;
+}
+
+int ScriptRunner::RunText(std::string_view text, const std::string& file_name,
+                          const std::filesystem::path& base_dir) {
+  std::istringstream script{std::string(text)};
+  return Run(script, file_name, base_dir);
+}
+
+int ScriptRunner::RunFile(const std::filesystem::path& path) {
+  std::ifstream script(path);
+  if (!script) {
+    err_ << path.string() << ": cannot open the script\n";
+    return kHostFailure;
+  }
+  return Run(script, path.string(), path.parent_path());
+}
+
+}  // namespace kestu
