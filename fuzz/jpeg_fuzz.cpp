@@ -1,0 +1,7 @@
+// Fuzzes the JPEG decoder through LoadPictureFromBytes.
+
+#include "fuzz/FuzzPicture.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  return kestu::FuzzPictureDecoder(data, size, {0xFF, 0xD8, 0xFF});
+}
