@@ -21,6 +21,9 @@ __extension__ using Int128 = __int128;
 constexpr Rgb kOpaque = 0xFF000000u;
 constexpr uint32_t kAlphaHalf = 0x80u;
 
+// Runs shorter than this are drawn inline rather than by the wide row loop.
+constexpr int kWideRun = 16;
+
 // Text placed this far off the raster cannot reach it, and laying it out
 // there could overflow the coordinates.
 constexpr int kFarOutside = 1 << 29;
@@ -42,6 +45,17 @@ PixelRect BlockAt(int x, int y, int width, int height) {
 // `src_size`: the source pixel under the destination pixel's centre.
 int NearestSource(int i, int dst_size, int src_size) {
   return static_cast<int>((2 * static_cast<int64_t>(i) + 1) * src_size / (2 * int64_t{dst_size}));
+}
+
+// Applies an operation fixed at compile time to `area`, already clipped,
+// of a block of pixels `stride` wide.
+template <RasterOp kOp>
+void ApplyToArea(Rgb* pixels, int stride, const PixelRect& area, Rgb pen) {
+  const int count = area.right - area.left;
+  for (int y = area.top; y < area.bottom; ++y) {
+    Rgb* run = pixels + static_cast<size_t>(y) * stride + area.left;
+    for (int i = 0; i < count; ++i) run[i] = ApplyRasterOp(kOp, pen, run[i]);
+  }
 }
 
 }  // namespace
@@ -71,12 +85,22 @@ void Raster::SetPixel(int x, int y, Rgb color, RasterOp op) {
 void Raster::FillRect(const PixelRect& rect, Rgb color, RasterOp op) {
   const PixelRect clipped = Intersect(rect, Bounds());
   if (IsEmpty(clipped)) return;
+  // Rows the full width of the raster lie end to end: one run covers them.
+  const int64_t block = int64_t{width_} * (clipped.bottom - clipped.top);
+  if (clipped.left == 0 && clipped.right == width_ && block <= INT32_MAX) {
+    ApplyRow(Row(clipped.top), static_cast<int>(block), color, op);
+    return;
+  }
   const int count = clipped.right - clipped.left;
-  DispatchRasterOp(op, [&](auto kOp) {
-    for (int y = clipped.top; y < clipped.bottom; ++y) {
-      ApplyToRow<kOp()>(Row(y) + clipped.left, count, color);
-    }
-  });
+  if (count >= kWideRun) {
+    for (int y = clipped.top; y < clipped.bottom; ++y)
+      ApplyRow(Row(y) + clipped.left, count, color, op);
+    return;
+  }
+  // Glyph runs and the sides of frames: too short for wide stores, and too
+  // many to pay a call per row.
+  DispatchRasterOp(op,
+                   [&](auto kOp) { ApplyToArea<kOp()>(pixels_.data(), width_, clipped, color); });
 }
 
 void Raster::DrawLine(int x1, int y1, int x2, int y2, Rgb color, RasterOp op) {
@@ -172,8 +196,15 @@ void Raster::DrawText(const FontSpec& spec, std::string_view utf8, int x, int y,
                       RasterOp op) {
   if (std::abs(x) > kFarOutside || std::abs(y) > kFarOutside) return;
   Font& font = FontEngine::Instance().FontFor(spec);
-  auto fill = [&](const PixelRect& run) { FillRect(run, color, op); };
-  PaintText(font, spec, utf8, x, y, fill);
+  const PixelRect bounds = Bounds();
+  // The operation is chosen once per string, not once per run of a glyph.
+  DispatchRasterOp(op, [&](auto kOp) {
+    auto fill = [&](const PixelRect& run) {
+      const PixelRect visible = Intersect(run, bounds);
+      if (!IsEmpty(visible)) ApplyToArea<kOp()>(pixels_.data(), width_, visible, color);
+    };
+    PaintText(font, spec, utf8, x, y, fill);
+  });
 }
 
 void Raster::Blit(const Raster& source, int x, int y) {

@@ -57,12 +57,16 @@ decltype(auto) DispatchRasterOp(RasterOp op, Fn&& fn) {
 
 // Applies the operation to `count` pixels from `row`.
 template <RasterOp kOp>
-inline void ApplyToRow(Rgb* row, int count, Rgb pen) {
+[[gnu::always_inline]] inline void ApplyToRow(Rgb* row, int count, Rgb pen) {
   if constexpr (kOp == RasterOp::CopyPen) {
     std::fill_n(row, count, pen & 0x00FFFFFFu);
   } else {
     for (int i = 0; i < count; ++i) row[i] = ApplyRasterOp(kOp, pen, row[i]);
   }
 }
+
+// Applies `op` to `count` pixels from `row`: the runs of fills, lines and
+// text all end here.
+void ApplyRow(Rgb* row, int count, Rgb pen, RasterOp op);
 
 }  // namespace kestu
