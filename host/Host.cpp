@@ -6,6 +6,7 @@
 #include "host/Names.h"
 #include "host/Units.h"
 #include "kestu/foundation/RuntimeError.h"
+#include "kestu/host/Desktop.h"
 
 namespace kestu {
 
@@ -239,6 +240,8 @@ std::optional<int> Host::ShowPopupMenu(HostedControl& control, std::span<const M
   if (!popup_answers_.empty()) {
     answer = popup_answers_.front();
     popup_answers_.pop_front();
+  } else if (desktop_) {
+    answer = desktop_->ShowPopupMenu(control, items);
   }
   // A real menu cannot choose a disabled item, a separator or nothing at
   // all: any of these leaves the menu dismissed.
@@ -251,6 +254,19 @@ std::optional<int> Host::ShowPopupMenu(HostedControl& control, std::span<const M
 
 void Host::Beep() {
   Notify([](HostObserver& o) { o.OnBeep(); });
+  if (desktop_) desktop_->Beep();
+}
+
+std::string Host::ClipboardText() const {
+  if (desktop_) {
+    if (auto text = desktop_->ClipboardText()) return *text;
+  }
+  return clipboard_;
+}
+
+void Host::SetClipboardText(std::string text) {
+  clipboard_ = std::move(text);
+  if (desktop_) desktop_->SetClipboardText(clipboard_);
 }
 
 // ---- Tool windows ----

@@ -105,6 +105,14 @@ void HostInput::Type(HostedControl& control, std::string_view utf8) {
   }
 }
 
+void HostInput::TypeText(HostedControl& control, std::string_view utf8) {
+  std::weak_ptr<int> alive = control.Lifetime();
+  for (char32_t character : Characters(utf8)) {
+    KeyPress(control, ToInt16(static_cast<int64_t>(character)));
+    if (alive.expired()) return;
+  }
+}
+
 HostedControl& HostInput::MouseTarget(HostedControl& control, float& x, float& y) const {
   HostedControl* holder = host_.CaptureHolder();
   if (!holder || holder == &control) return control;

@@ -26,7 +26,7 @@ void DrawCaret(const Caret& caret, const PixelRect& window, Raster& out) {
 
 }  // namespace
 
-void RenderForm(const Host& host, const Form& form, Raster& out) {
+void RenderForm(const Host& host, const Form& form, Raster& out, bool caret_lit) {
   const Rgb background = ResolveColor(form.BackColor());
   if (out.Width() != form.WidthPixels() || out.Height() != form.HeightPixels()) {
     out.Resize(form.WidthPixels(), form.HeightPixels(), background);
@@ -38,7 +38,7 @@ void RenderForm(const Host& host, const Form& form, Raster& out) {
     out.Blit(control->GetRaster(), at.left, at.top);
   }
   const auto& caret = host.GetCaret();
-  if (!caret || !caret->shown) return;
+  if (!caret || !caret->shown || !caret_lit) return;
   const Host::WindowRef owner = host.FindWindow(caret->hwnd);
   if (owner.form == &form) {
     DrawCaret(*caret, {0, 0, out.Width(), out.Height()}, out);

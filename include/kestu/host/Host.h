@@ -26,6 +26,7 @@
 
 namespace kestu {
 
+class Desktop;
 class HostWindowSystem;
 
 // The text caret: the one the operating system keeps for the whole
@@ -135,13 +136,17 @@ class Host {
   int64_t ClockMilliseconds() const { return clock_ms_; }
 
   // ---- Services the controls use ----
-  const std::string& ClipboardText() const { return clipboard_; }
-  void SetClipboardText(std::string text) { clipboard_ = std::move(text); }
+  // The desktop's clipboard when one is attached, else the host's own.
+  std::string ClipboardText() const;
+  void SetClipboardText(std::string text);
   // The answer the next popup menu gets (nothing: dismissed). Answers are
   // used in order; without one a menu is dismissed.
   void QueuePopupAnswer(std::optional<int> index) { popup_answers_.push_back(index); }
   std::optional<int> ShowPopupMenu(HostedControl& control, std::span<const MenuItem> items);
   void Beep();
+  // Attaches a real desktop (null: headless again). Queued popup answers
+  // still come first, so scripts stay in charge.
+  void SetDesktop(Desktop* desktop) { desktop_ = desktop; }
 
   // ---- Tool windows (the tooltip) ----
   ToolWindow& CreateToolWindow();
@@ -207,6 +212,7 @@ class Host {
   std::string clipboard_;
   std::deque<std::optional<int>> popup_answers_;
   std::vector<HostObserver*> observers_;
+  Desktop* desktop_ = nullptr;
   std::unique_ptr<HostWindowSystem> window_system_;
   WindowSystem* previous_window_system_ = nullptr;
 };

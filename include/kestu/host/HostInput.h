@@ -33,6 +33,9 @@ class HostInput {
   // KeyUp (see KeyStrokeFor). A byte that is not UTF-8 is typed as the
   // Latin-1 character of that value.
   void Type(HostedControl& control, std::string_view utf8);
+  // Only the KeyPress of each character of `utf8`: what a window system's
+  // text input delivers between the key's own KeyDown and KeyUp.
+  void TypeText(HostedControl& control, std::string_view utf8);
 
   // One mouse procedure; x and y are twips of `control`, and the screen
   // cursor follows them. With the capture held by another control, that
