@@ -60,23 +60,26 @@ FontFile LastResortFile(bool bold, bool italic) {
 
 }  // namespace
 
-// FreeType's side: the library handle and every face opened, one per
-// (file, index, size), kept for the life of the engine.
-struct FontEngine::Faces {
+// The libraries' side: fontconfig's configuration, loaded once and owned
+// here so that it is released with the engine, FreeType's handle, and every
+// face opened, one per (file, index, size), kept for the life of the engine.
+struct FontEngine::Backend {
   using Key = std::tuple<std::filesystem::path, int, long>;
 
+  FcConfig* config = nullptr;
   FT_Library library = nullptr;
   std::map<Key, FT_Face> open;
   std::filesystem::path coverage_file;
 
-  Faces() {
+  Backend() : config(FcInitLoadConfigAndFonts()) {
     if (FT_Init_FreeType(&library) != 0) library = nullptr;
   }
-  ~Faces() {
+  ~Backend() {
     for (auto& [key, face] : open) {
       if (face != nullptr) FT_Done_Face(face);
     }
     if (library != nullptr) FT_Done_FreeType(library);
+    if (config != nullptr) FcConfigDestroy(config);
   }
 
   // The face sized to `size` (26.6 pixels); null when the file does not
@@ -100,8 +103,8 @@ FontEngine& FontEngine::Instance() {
   return engine;
 }
 
-FontEngine::FontEngine() : faces_(std::make_unique<Faces>()) {
-  faces_->coverage_file = MatchSystemFont(kCoverageFamily, false, false).path;
+FontEngine::FontEngine() : backend_(std::make_unique<Backend>()) {
+  backend_->coverage_file = MatchSystemFont(kCoverageFamily, false, false).path;
 }
 
 FontEngine::~FontEngine() = default;
@@ -115,9 +118,10 @@ Font& FontEngine::FontFor(const FontSpec& spec) {
   std::unique_ptr<Font>& font =
       fonts_[FontKey{file.path, file.index, size, file.synthetic.bold, file.synthetic.oblique}];
   if (!font) {
-    FT_Face face = file.path.empty() ? nullptr : faces_->Open(file.path, file.index, size);
-    FT_Face coverage =
-        faces_->coverage_file.empty() ? nullptr : faces_->Open(faces_->coverage_file, 0, size);
+    FT_Face face = file.path.empty() ? nullptr : backend_->Open(file.path, file.index, size);
+    FT_Face coverage = backend_->coverage_file.empty()
+                           ? nullptr
+                           : backend_->Open(backend_->coverage_file, 0, size);
     if (coverage == face) coverage = nullptr;
     font = std::make_unique<Font>(face, coverage, file.synthetic, size / 64.0);
   }
@@ -156,7 +160,8 @@ void FontEngine::RegisterFamily(std::string_view family, const std::filesystem::
 }
 
 FontFile FontEngine::MatchSystemFont(const std::string& family, bool bold, bool italic) {
-  FcPattern* pattern = FcPatternCreate();
+  FcConfig* config = backend_->config;
+  FcPattern* pattern = config != nullptr ? FcPatternCreate() : nullptr;
   if (pattern == nullptr) return LastResortFile(bold, italic);
   if (!family.empty()) {
     FcPatternAddString(pattern, FC_FAMILY, reinterpret_cast<const FcChar8*>(family.c_str()));
@@ -164,10 +169,10 @@ FontFile FontEngine::MatchSystemFont(const std::string& family, bool bold, bool 
   FcPatternAddInteger(pattern, FC_WEIGHT, bold ? FC_WEIGHT_BOLD : FC_WEIGHT_REGULAR);
   FcPatternAddInteger(pattern, FC_SLANT, italic ? FC_SLANT_ITALIC : FC_SLANT_ROMAN);
   FcPatternAddBool(pattern, FC_SCALABLE, FcTrue);
-  FcConfigSubstitute(nullptr, pattern, FcMatchPattern);
+  FcConfigSubstitute(config, pattern, FcMatchPattern);
   FcDefaultSubstitute(pattern);
   FcResult result = FcResultNoMatch;
-  FcPattern* match = FcFontMatch(nullptr, pattern, &result);
+  FcPattern* match = FcFontMatch(config, pattern, &result);
   FcPatternDestroy(pattern);
   if (match == nullptr) return LastResortFile(bold, italic);
 

@@ -49,13 +49,13 @@ class FontEngine {
  private:
   FontEngine();
 
-  struct Faces;  // the FreeType side
+  struct Backend;  // fontconfig and FreeType
   using SpecKey = std::tuple<std::string, long, bool, bool>;
   using FontKey = std::tuple<std::filesystem::path, int, long, bool, bool>;
 
   FontFile MatchSystemFont(const std::string& family, bool bold, bool italic);
 
-  std::unique_ptr<Faces> faces_;
+  std::unique_ptr<Backend> backend_;
   std::map<std::string, std::filesystem::path> registered_;  // folded family -> file
   std::map<std::tuple<std::string, bool, bool>, FontFile> files_;
   std::map<FontKey, std::unique_ptr<Font>> fonts_;
