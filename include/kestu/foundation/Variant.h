@@ -57,7 +57,10 @@ class Variant {
   VarType Type() const;
   bool IsEmpty() const { return Type() == VarType::Empty; }
   bool IsNull() const { return Type() == VarType::Null; }
+  // Font, Picture or Nothing.
   bool IsObject() const;
+  // A number kind: Integer, Long, Single, Double or Boolean (not a string
+  // that reads as a number).
   bool IsNumeric() const;
 
   // Conversions as the host's CInt, CLng, CSng, CDbl, CStr and CBool:
@@ -69,11 +72,13 @@ class Variant {
   double ToDouble() const;
   std::string ToString() const;
   bool ToBool() const;
-  // The object inside, or null for Nothing; another type is error 13.
+  // The object inside, or null for Nothing and Empty; Null is error 94,
+  // another type error 13.
   FontRef ToFont() const;
   PictureRef ToPicture() const;
 
   // Converts to the given type as an assignment to a typed property would.
+  // `Empty` stands for a Variant-typed target and keeps the value as it is.
   Variant ConvertTo(VarType type) const;
 
   // Same type and same value (objects: the same object).
