@@ -1,0 +1,183 @@
+#include "apps/kestu-run/Gallery.h"
+
+#include <filesystem>
+#include <fstream>
+#include <utility>
+#include <vector>
+
+#include <unistd.h>
+
+#include "kestu/foundation/ClassInfo.h"
+#include "kestu/host/Host.h"
+
+namespace kestu {
+
+namespace {
+
+constexpr int kTwipsPerPixel = 15;
+constexpr int kWidth = 660;  // pixels
+constexpr int kHeight = 400;
+constexpr FontSpec kCaptionFont{.name = "MS Sans Serif", .pixel_size = 11.0};
+constexpr FontSpec kHeadingFont{.name = "MS Sans Serif", .pixel_size = 11.0, .bold = true};
+
+// A control of `class_name` at pixel rectangle (x, y, w, h), then its
+// properties set by name, as a program would set them. A class the
+// library does not have is left out.
+HostedControl* Place(Host& host, Form& form, const char* class_name, const char* name, int x, int y,
+                     int w, int h,
+                     const std::vector<std::pair<const char*, Variant>>& properties = {}) {
+  const ClassInfo* info = ControlRegistry::Instance().Find(class_name);
+  if (!info) return nullptr;
+  HostedControl& control = host.NewControl(
+      form, *info, name,
+      TwipsRect{x * kTwipsPerPixel, y * kTwipsPerPixel, w * kTwipsPerPixel, h * kTwipsPerPixel});
+  for (const auto& [property, value] : properties) {
+    info->FindProperty(property)->set(control.Control(), value);
+  }
+  return &control;
+}
+
+int16_t Constant(const char* name) {
+  return static_cast<int16_t>(ControlRegistry::Instance().FindConstant(name)->second);
+}
+
+}  // namespace
+
+Gallery::Gallery(Host& host) : host_(host) {
+  form_ = &host.CreateForm("Gallery", kWidth * kTwipsPerPixel, kHeight * kTwipsPerPixel);
+  form_->SetCaption("Kestu controls gallery");
+  AddNumberEdits();  // first in tab order: the first box takes the focus
+  AddPanels();
+  AddLines();
+  AddCopiers();
+}
+
+void Gallery::Label(int x, int y, std::string text, bool heading) {
+  captions_.push_back({x, y, std::move(text), heading});
+}
+
+void Gallery::AddPanels() {
+  if (!ControlRegistry::Instance().Find("KestuPanel3D")) return;
+  Label(16, 8, "3D panel (KestuPanel3D)", true);
+  struct Sample {
+    const char* out;
+    const char* in;
+    int width;
+    const char* caption;
+  };
+  const Sample samples[] = {
+      {"KSTPN_Raised", "KSTPN_None", 1, "raised, 1 pixel"},
+      {"KSTPN_Lowered", "KSTPN_None", 1, "lowered, 1 pixel"},
+      {"KSTPN_Raised", "KSTPN_Lowered", 3, "raised out, lowered in, 3 px"},
+      {"KSTPN_Lowered", "KSTPN_Raised", 2, "lowered out, raised in, 2 px"},
+  };
+  for (int i = 0; i < 4; ++i) {
+    const int x = 16 + (i % 2) * 160;
+    const int y = 28 + (i / 2) * 84;
+    Place(host_, *form_, "KestuPanel3D", ("panel" + std::to_string(i + 1)).c_str(), x, y, 140, 50,
+          {{"BorderOut", Variant(Constant(samples[i].out))},
+           {"BorderIn", Variant(Constant(samples[i].in))},
+           {"BorderWidth", Variant(static_cast<int16_t>(samples[i].width))}});
+    Label(x, y + 54, samples[i].caption);
+  }
+}
+
+void Gallery::AddLines() {
+  if (!ControlRegistry::Instance().Find("KestuLine3D")) return;
+  Label(16, 200, "3D line (KestuLine3D)", true);
+  Place(host_, *form_, "KestuLine3D", "line1", 16, 228, 200, 2,
+        {{"LineStyle", Variant(Constant("LnRaised"))}});
+  Label(16, 236, "horizontal, raised");
+  Place(host_, *form_, "KestuLine3D", "line2", 16, 268, 200, 2,
+        {{"LineStyle", Variant(Constant("LnLowered"))}});
+  Label(16, 276, "horizontal, lowered");
+  const char* vertical_styles[] = {"LnRaised", "LnLowered"};
+  for (int i = 0; i < 2; ++i) {
+    HostedControl* line =
+        Place(host_, *form_, "KestuLine3D", i == 0 ? "line3" : "line4", 240 + 30 * i, 222, 2, 90,
+              {{"LineOrientation", Variant(Constant("LnVertical"))},
+               {"LineStyle", Variant(Constant(vertical_styles[i]))}});
+    // A horizontal line keeps its own thickness as its height: the length
+    // is given again once the line stands upright.
+    if (line) line->SetExtender("Height", Variant(90 * kTwipsPerPixel));
+  }
+  Label(226, 316, "vertical: raised, lowered");
+}
+
+void Gallery::AddNumberEdits() {
+  if (!ControlRegistry::Instance().Find("KestuNumberEdit")) return;
+  Label(340, 8, "Numeric edit box (KestuNumberEdit)", true);
+  struct Sample {
+    const char* name;
+    const char* caption;
+    std::vector<std::pair<const char*, Variant>> properties;
+  };
+  const Sample samples[] = {
+      {"number1", "Brazilian format, focused", {{"Value", Variant(1234567.891)}}},
+      {"number2",
+       "US format",
+       {{"NumberFormat", Variant(Constant("USFormat"))}, {"Value", Variant(1234567.891)}}},
+      {"number3",
+       "negative, in NegativeColor",
+       {{"AllowNegative", Variant::Boolean(true)},
+        {"NegativeColor", Variant(static_cast<int32_t>(0x0000C0))},
+        {"Value", Variant(-42.5)}}},
+      {"number4",
+       "no thousands separator",
+       {{"ThSeparator", Variant::Boolean(false)}, {"Value", Variant(98765.4)}}},
+      {"number5", "locked", {{"Locked", Variant::Boolean(true)}, {"Value", Variant(250.0)}}},
+      {"number6", "disabled", {{"Value", Variant(17.0)}, {"Enabled", Variant::Boolean(false)}}},
+  };
+  int y = 30;
+  for (const Sample& sample : samples) {
+    // Two decimals before the value, which is cut to the limits it meets.
+    std::vector<std::pair<const char*, Variant>> properties{
+        {"DecMaxLength", Variant(static_cast<int16_t>(2))}};
+    properties.insert(properties.end(), sample.properties.begin(), sample.properties.end());
+    HostedControl* box =
+        Place(host_, *form_, "KestuNumberEdit", sample.name, 340, y, 130, 21, properties);
+    if (box && y == 30) host_.SetFocus(box);
+    Label(480, y + 4, sample.caption);
+    y += 28;
+  }
+}
+
+void Gallery::AddCopiers() {
+  if (!ControlRegistry::Instance().Find("KestuCopyFile")) return;
+  Label(340, 200, "File copier's bar (KestuCopyFile)", true);
+  Place(host_, *form_, "KestuCopyFile", "copier1", 340, 222, 160, 22,
+        {{"StartCaption", Variant::Boolean(true)}});
+  Label(510, 226, "before a copy: 0%");
+  // At design time the bar shows half way, so the form's author sees it.
+  host_.SetUserMode(false);
+  Place(host_, *form_, "KestuCopyFile", "copier2", 340, 256, 160, 22);
+  host_.SetUserMode(true);
+  Label(510, 260, "design time: 50%");
+  HostedControl* done = Place(host_, *form_, "KestuCopyFile", "copier3", 340, 290, 160, 22,
+                              {{"ForeColor", Variant(static_cast<int32_t>(0x008000))}});
+  Label(510, 294, "after a copy: 100%");
+  if (!done) return;
+  // A real copy of a small file fills the bar.
+  const std::filesystem::path folder =
+      std::filesystem::temp_directory_path() / ("kestu-gallery-" + std::to_string(getpid()));
+  std::filesystem::create_directories(folder);
+  std::ofstream(folder / "source.txt") << std::string(4096, 'k');
+  const ClassInfo& info = done->Class();
+  info.FindProperty("SourceFile")->set(done->Control(), Variant((folder / "source.txt").string()));
+  info.FindProperty("NewFile")->set(done->Control(), Variant((folder / "copy.txt").string()));
+  host_.RunReportingErrors([&] {
+    std::vector<Variant> none;
+    info.FindMethod("BeginCopyFile")->invoke(done->Control(), none);
+  });
+  std::filesystem::remove_all(folder);
+}
+
+void Gallery::DrawCaptions(Raster& picture) const {
+  const Rgb ink = ResolveColor(syscolor::kButtonText);
+  for (const Caption& caption : captions_) {
+    picture.DrawText(caption.heading ? kHeadingFont : kCaptionFont, caption.text, caption.x,
+                     caption.y, ink, RasterOp::CopyPen);
+  }
+}
+
+}  // namespace kestu

@@ -1,0 +1,43 @@
+#pragma once
+// The built-in gallery: one form with every control of the library in
+// several of its states, and a caption for each saying what it shows.
+
+#include <string>
+#include <vector>
+
+#include "kestu/raster/Raster.h"
+
+namespace kestu {
+
+class Host;
+class Form;
+
+class Gallery {
+ public:
+  // Builds the gallery form in `host` and makes it the active form.
+  explicit Gallery(Host& host);
+
+  Form& GetForm() const { return *form_; }
+  // Draws the captions on the form's picture, beside the controls.
+  void DrawCaptions(Raster& picture) const;
+
+ private:
+  struct Caption {
+    int x = 0;  // pixels of the form
+    int y = 0;
+    std::string text;
+    bool heading = false;
+  };
+
+  void AddPanels();
+  void AddLines();
+  void AddNumberEdits();
+  void AddCopiers();
+  void Label(int x, int y, std::string text, bool heading = false);
+
+  Host& host_;
+  Form* form_ = nullptr;
+  std::vector<Caption> captions_;
+};
+
+}  // namespace kestu

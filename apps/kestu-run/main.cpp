@@ -1,0 +1,123 @@
+// kestu-run: opens a form file, or the built-in gallery of every control,
+// in a real window; or renders it to PNG where there is no display.
+
+#include <exception>
+#include <filesystem>
+#include <iostream>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "apps/kestu-run/Gallery.h"
+#include "kestu/host/FormFile.h"
+#include "kestu/host/Host.h"
+#include "kestu/host/Snapshot.h"
+#include "kestu/host/TraceWriter.h"
+#include "kestu/sdl/SdlDesktop.h"
+
+namespace {
+
+constexpr const char* kUsage =
+    "usage: kestu-run [FORM.json] [--trace] [--png FILE]\n"
+    "Opens FORM.json, or the gallery of every control when none is given, in a\n"
+    "window. --trace prints the trace kestu-script prints; --png FILE renders the\n"
+    "form to FILE without opening a window. Without a display the form is\n"
+    "rendered to kestu-run.png instead.\n";
+
+constexpr const char* kHeadlessPng = "kestu-run.png";
+
+struct Options {
+  std::optional<std::filesystem::path> form_file;
+  std::optional<std::filesystem::path> png;
+  bool trace = false;
+  bool help = false;
+};
+
+std::optional<Options> ParseOptions(int argc, char** argv) {
+  Options options;
+  for (int i = 1; i < argc; ++i) {
+    const std::string_view arg = argv[i];
+    if (arg == "--trace") {
+      options.trace = true;
+    } else if (arg == "--png" && i + 1 < argc) {
+      options.png = argv[++i];
+    } else if (arg == "-h" || arg == "--help") {
+      options.help = true;
+    } else if (!arg.starts_with("-") && !options.form_file) {
+      options.form_file = arg;
+    } else {
+      return std::nullopt;
+    }
+  }
+  return options;
+}
+
+// The form to show: the file's, or the gallery with its captions.
+struct Shown {
+  kestu::Form* form = nullptr;
+  std::optional<kestu::Gallery> gallery;
+};
+
+kestu::FormOverlay OverlayFor(const Shown& shown) {
+  if (!shown.gallery) return {};
+  return [&gallery = *shown.gallery](const kestu::Form& form, kestu::Raster& picture) {
+    if (&form == &gallery.GetForm()) gallery.DrawCaptions(picture);
+  };
+}
+
+void RenderPng(const kestu::Host& host, const Shown& shown, const std::filesystem::path& path) {
+  kestu::Raster picture = kestu::RenderForm(host, *shown.form);
+  if (const kestu::FormOverlay overlay = OverlayFor(shown)) overlay(*shown.form, picture);
+  picture.SavePng(path);
+}
+
+int Run(const Options& options) {
+  kestu::Host host;
+  // Each trace line is flushed as it is written: a test reads it live.
+  std::cout << std::unitbuf;
+  kestu::TraceWriter trace(std::cout);
+  if (options.trace) host.AddObserver(&trace);
+
+  Shown shown;
+  if (options.form_file) {
+    shown.form = &kestu::LoadFormFile(host, *options.form_file);
+  } else {
+    shown.gallery.emplace(host);
+    shown.form = &shown.gallery->GetForm();
+  }
+  if (options.png) {
+    RenderPng(host, shown, *options.png);
+    return 0;
+  }
+  if (const auto problem = kestu::SdlDesktop::DisplayProblem()) {
+    const std::filesystem::path png = std::filesystem::absolute(kHeadlessPng);
+    RenderPng(host, shown, png);
+    std::cerr << "kestu-run: no display (" << *problem << "); the form is rendered to "
+              << png.string() << "\n";
+    return 0;
+  }
+  kestu::SdlDesktop desktop(host);
+  desktop.SetOverlay(OverlayFor(shown));
+  desktop.Run();
+  return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const std::optional<Options> options = ParseOptions(argc, argv);
+  if (!options) {
+    std::cerr << kUsage;
+    return 1;
+  }
+  if (options->help) {
+    std::cout << kUsage;
+    return 0;
+  }
+  try {
+    return Run(*options);
+  } catch (const std::exception& error) {
+    std::cerr << "kestu-run: " << error.what() << "\n";
+    return 1;
+  }
+}

@@ -1,0 +1,54 @@
+#include "kestu/sdl/PopupMenuWindow.h"
+
+#include <SDL.h>
+
+#include <algorithm>
+#include <stdexcept>
+#include <string>
+
+#include "platform/sdl/WindowSurface.h"
+
+namespace kestu {
+
+namespace {
+
+// The display that holds (x, y), or the first one.
+SDL_Rect DisplayBoundsAt(int x, int y) {
+  SDL_Rect bounds{0, 0, 0, 0};
+  const SDL_Point point{x, y};
+  for (int i = 0; i < SDL_GetNumVideoDisplays(); ++i) {
+    if (SDL_GetDisplayBounds(i, &bounds) == 0 && SDL_PointInRect(&point, &bounds)) return bounds;
+  }
+  SDL_GetDisplayBounds(0, &bounds);
+  return bounds;
+}
+
+}  // namespace
+
+PopupMenuWindow::PopupMenuWindow(const PopupMenu& menu, int x, int y) : menu_(menu) {
+  const SDL_Rect display = DisplayBoundsAt(x, y);
+  // Past the display's right or bottom edge the menu opens to the left or
+  // upward of the point instead, as the system's menus do.
+  left_ = x + menu.Width() > display.x + display.w ? std::max(display.x, x - menu.Width()) : x;
+  top_ = y + menu.Height() > display.y + display.h ? std::max(display.y, y - menu.Height()) : y;
+  window_ =
+      SDL_CreateWindow("Kestu menu", left_, top_, menu.Width(), menu.Height(),
+                       SDL_WINDOW_POPUP_MENU | SDL_WINDOW_BORDERLESS | SDL_WINDOW_SKIP_TASKBAR |
+                           SDL_WINDOW_ALWAYS_ON_TOP | SDL_WINDOW_SHOWN);
+  if (!window_) throw std::runtime_error(std::string("cannot open a menu: ") + SDL_GetError());
+  Present();
+}
+
+PopupMenuWindow::~PopupMenuWindow() {
+  SDL_DestroyWindow(window_);
+}
+
+uint32_t PopupMenuWindow::WindowId() const {
+  return SDL_GetWindowID(window_);
+}
+
+void PopupMenuWindow::Present() {
+  PresentRows(window_, menu_.Picture(), 0, menu_.Height());
+}
+
+}  // namespace kestu

@@ -1,0 +1,306 @@
+#include "kestu/sdl/SdlDesktop.h"
+
+#include <SDL.h>
+
+#include <algorithm>
+#include <stdexcept>
+
+#include "kestu/host/Host.h"
+#include "kestu/sdl/KeyTable.h"
+#include "kestu/sdl/PopupMenu.h"
+#include "kestu/sdl/PopupMenuWindow.h"
+
+namespace kestu {
+
+namespace {
+
+// The window an event happened in, for the events that have one.
+uint32_t EventWindowId(const SDL_Event& event) {
+  switch (event.type) {
+    case SDL_WINDOWEVENT:
+      return event.window.windowID;
+    case SDL_KEYDOWN:
+    case SDL_KEYUP:
+      return event.key.windowID;
+    case SDL_TEXTINPUT:
+      return event.text.windowID;
+    case SDL_MOUSEMOTION:
+      return event.motion.windowID;
+    case SDL_MOUSEBUTTONDOWN:
+    case SDL_MOUSEBUTTONUP:
+      return event.button.windowID;
+    default:
+      return 0;
+  }
+}
+
+}  // namespace
+
+std::optional<std::string> SdlDesktop::DisplayProblem() {
+  if (SDL_WasInit(SDL_INIT_VIDEO)) return std::nullopt;
+  if (SDL_InitSubSystem(SDL_INIT_VIDEO) != 0) return std::string(SDL_GetError());
+  SDL_QuitSubSystem(SDL_INIT_VIDEO);
+  return std::nullopt;
+}
+
+SdlDesktop::SdlDesktop(Host& host) : host_(host), router_(host) {
+  // A form is an ordinary window: the screensaver still runs, and the
+  // first click on an inactive window is still a click.
+  SDL_SetHint(SDL_HINT_VIDEO_ALLOW_SCREENSAVER, "1");
+  SDL_SetHint(SDL_HINT_MOUSE_FOCUS_CLICKTHROUGH, "1");
+  if (SDL_InitSubSystem(SDL_INIT_VIDEO) != 0) {
+    throw std::runtime_error(std::string("no display: ") + SDL_GetError());
+  }
+  SDL_StartTextInput();
+  host_.SetDesktop(this);
+  const uint64_t now = SDL_GetTicks64();
+  next_tick_ms_ = now + Host::kTickMilliseconds;
+  next_blink_ms_ = now + kCaretBlinkMilliseconds;
+  SyncWindows();
+}
+
+SdlDesktop::~SdlDesktop() {
+  host_.SetDesktop(nullptr);
+  windows_.clear();
+  SDL_QuitSubSystem(SDL_INIT_VIDEO);
+}
+
+// ---- Windows ----
+
+void SdlDesktop::SyncWindows() {
+  std::erase_if(windows_, [&](const auto& window) { return FormOf(*window) == nullptr; });
+  for (const auto& form : host_.Forms()) {
+    if (WindowOf(*form)) continue;
+    windows_.push_back(std::make_unique<FormWindow>(host_, *form));
+    // A form that comes up active gives the focus to its first control
+    // that can take it.
+    if (host_.ActiveForm() == form.get() && !host_.Focused()) {
+      host_.RunReportingErrors([&] { router_.MoveFocus(*form, false); });
+    }
+  }
+}
+
+FormWindow* SdlDesktop::WindowOf(const Form& form) const {
+  for (const auto& window : windows_) {
+    if (window->FormHwnd() == form.hWnd()) return window.get();
+  }
+  return nullptr;
+}
+
+FormWindow* SdlDesktop::WindowWithId(uint32_t window_id) const {
+  for (const auto& window : windows_) {
+    if (window->WindowId() == window_id) return window.get();
+  }
+  return nullptr;
+}
+
+Form* SdlDesktop::FormOf(const FormWindow& window) const {
+  return host_.FindWindow(window.FormHwnd()).form;
+}
+
+// ---- The loop ----
+
+void SdlDesktop::Run() {
+  while (RunOnce(MillisecondsToNextTimer())) {
+  }
+}
+
+int SdlDesktop::MillisecondsToNextTimer() const {
+  const uint64_t now = SDL_GetTicks64();
+  const uint64_t next = std::min(next_tick_ms_, next_blink_ms_);
+  return next <= now ? 0 : static_cast<int>(next - now);
+}
+
+bool SdlDesktop::RunOnce(int wait_ms) {
+  SDL_Event event;
+  if (SDL_WaitEventTimeout(&event, std::max(0, std::min(wait_ms, MillisecondsToNextTimer())))) {
+    Dispatch(event);
+    while (!quit_ && SDL_PollEvent(&event)) Dispatch(event);
+  }
+  if (quit_) {
+    while (!host_.Forms().empty()) host_.CloseForm(*host_.Forms().back());
+  }
+  RunDueTimers();
+  SyncWindows();
+  PresentAll();
+  return !host_.Forms().empty();
+}
+
+void SdlDesktop::RunDueTimers() {
+  const uint64_t now = SDL_GetTicks64();
+  if (now >= next_tick_ms_) {
+    host_.Tick();
+    // A late turn runs the check once, not once per period missed.
+    next_tick_ms_ = std::max(next_tick_ms_ + Host::kTickMilliseconds, now + 1);
+  }
+  if (now >= next_blink_ms_) {
+    caret_lit_ = !caret_lit_;
+    next_blink_ms_ = now + kCaretBlinkMilliseconds;
+  }
+}
+
+void SdlDesktop::WakeCaret() {
+  caret_lit_ = true;
+  next_blink_ms_ = SDL_GetTicks64() + kCaretBlinkMilliseconds;
+}
+
+void SdlDesktop::PresentAll() {
+  for (const auto& window : windows_) {
+    if (FormOf(*window) && window->Present(caret_lit_, overlay_)) ++present_count_;
+  }
+}
+
+void SdlDesktop::Dispatch(const SDL_Event& event) {
+  if (event.type == SDL_QUIT) {
+    quit_ = true;
+    return;
+  }
+  FormWindow* window = WindowWithId(EventWindowId(event));
+  Form* form = window ? FormOf(*window) : nullptr;
+  if (!form) return;
+  if (event.type == SDL_WINDOWEVENT) {
+    DispatchWindowEvent(event);
+    return;
+  }
+  // A run-time error of a control's procedure has no caller here: it goes
+  // to the host's observers (the trace) and the loop goes on.
+  host_.RunReportingErrors([&] { DispatchInput(event, *form); });
+}
+
+void SdlDesktop::DispatchInput(const SDL_Event& event, Form& form) {
+  switch (event.type) {
+    case SDL_KEYDOWN:
+      WakeCaret();
+      router_.KeyDown(form, event.key.keysym.sym, event.key.keysym.mod);
+      return;
+    case SDL_KEYUP:
+      router_.KeyUp(form, event.key.keysym.sym, event.key.keysym.mod);
+      return;
+    case SDL_TEXTINPUT:
+      WakeCaret();
+      router_.Text(form, event.text.text);
+      return;
+    case SDL_MOUSEMOTION:
+      router_.MouseMove(form, event.motion.x, event.motion.y, SDL_GetModState());
+      return;
+    case SDL_MOUSEBUTTONDOWN:
+    case SDL_MOUSEBUTTONUP: {
+      const bool down = event.type == SDL_MOUSEBUTTONDOWN;
+      WakeCaret();
+      // Held buttons keep the pointer's events coming from outside the
+      // window; set before the procedures, which may open a menu.
+      SDL_CaptureMouse(down ? SDL_TRUE : SDL_FALSE);
+      router_.MouseButton(form, down, event.button.button, event.button.clicks, event.button.x,
+                          event.button.y, SDL_GetModState());
+      if (!router_.ButtonsHeld()) SDL_CaptureMouse(SDL_FALSE);
+      return;
+    }
+    default:
+      return;
+  }
+}
+
+void SdlDesktop::DispatchWindowEvent(const SDL_Event& event) {
+  FormWindow* window = WindowWithId(event.window.windowID);
+  Form* form = FormOf(*window);
+  switch (event.window.event) {
+    case SDL_WINDOWEVENT_FOCUS_GAINED:
+      host_.Activate(form);
+      WakeCaret();
+      break;
+    case SDL_WINDOWEVENT_FOCUS_LOST:
+      if (host_.ActiveForm() == form) host_.Activate(nullptr);
+      break;
+    case SDL_WINDOWEVENT_MOVED:
+      window->FollowWindowPosition();
+      break;
+    case SDL_WINDOWEVENT_EXPOSED:
+    case SDL_WINDOWEVENT_SIZE_CHANGED:
+      window->Invalidate();
+      break;
+    case SDL_WINDOWEVENT_CLOSE:
+      host_.CloseForm(*form);
+      break;
+    default:
+      break;
+  }
+}
+
+// ---- Desktop services ----
+
+std::optional<int> SdlDesktop::ShowPopupMenu(HostedControl& /*control*/,
+                                             std::span<const MenuItem> items) {
+  PopupMenu menu({items.begin(), items.end()});
+  int x = 0, y = 0;
+  SDL_GetGlobalMouseState(&x, &y);
+  PopupMenuWindow popup(menu, x, y);
+  // The menu's own loop: the forms keep presenting and blinking, their
+  // input goes to the menu, and a press anywhere else dismisses it.
+  SDL_Event event;
+  while (true) {
+    if (!SDL_WaitEventTimeout(&event, MillisecondsToNextTimer())) {
+      RunDueTimers();
+      PresentAll();
+      continue;
+    }
+    const bool on_menu = EventWindowId(event) == popup.WindowId();
+    const int highlighted = menu.Highlighted();
+    switch (event.type) {
+      case SDL_QUIT:
+        SDL_PushEvent(&event);  // the main loop closes the forms
+        return std::nullopt;
+      case SDL_MOUSEMOTION:
+        if (on_menu)
+          menu.PointAt(event.motion.x, event.motion.y);
+        else
+          menu.PointAt(-1, -1);
+        break;
+      case SDL_MOUSEBUTTONDOWN:
+        if (!on_menu) return std::nullopt;
+        break;
+      case SDL_MOUSEBUTTONUP:
+        if (on_menu) {
+          if (auto chosen = menu.ChoiceAt(event.button.x, event.button.y)) return chosen;
+        }
+        break;
+      case SDL_KEYDOWN: {
+        const int16_t key = VirtualKeyFor(event.key.keysym.sym, event.key.keysym.mod & KMOD_NUM);
+        const MenuKeyResult result = menu.PressKey(key);
+        if (result.closed) return result.chosen;
+        break;
+      }
+      case SDL_WINDOWEVENT:
+        if (on_menu) {
+          if (event.window.event == SDL_WINDOWEVENT_EXPOSED) popup.Present();
+        } else if (event.window.event == SDL_WINDOWEVENT_FOCUS_LOST) {
+          return std::nullopt;
+        } else if (FormWindow* window = WindowWithId(event.window.windowID);
+                   window && event.window.event == SDL_WINDOWEVENT_EXPOSED) {
+          window->Invalidate();
+        }
+        break;
+      default:
+        break;
+    }
+    if (menu.Highlighted() != highlighted) popup.Present();
+    PresentAll();
+  }
+}
+
+std::optional<std::string> SdlDesktop::ClipboardText() {
+  char* text = SDL_GetClipboardText();
+  if (!text) return std::nullopt;
+  std::string result(text);
+  SDL_free(text);
+  return result;
+}
+
+void SdlDesktop::SetClipboardText(const std::string& text) {
+  SDL_SetClipboardText(text.c_str());
+}
+
+void SdlDesktop::Beep() {
+  beeper_.Beep();
+}
+
+}  // namespace kestu
