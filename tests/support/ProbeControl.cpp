@@ -1,0 +1,262 @@
+#include "support/ProbeControl.h"
+
+#include "kestu/foundation/Integer.h"
+#include "kestu/foundation/KestuControlsAPI.h"
+#include "kestu/foundation/PropertyBag.h"
+
+namespace kestu {
+
+namespace {
+
+ParamInfo Param(const char* name, const char* type_name, VarType type, bool by_ref) {
+  return ParamInfo{name, type_name, type, by_ref};
+}
+
+struct ProbeEvents {
+  EventInfo called, key_down, key_press, key_up, mouse_down, mouse_move, mouse_up, click, dbl_click,
+      colored, menu;
+};
+
+const ProbeEvents& Events() {
+  static const ProbeEvents events = [] {
+    const std::vector<ParamInfo> key = {Param("KeyCode", "Integer", VarType::Integer, true),
+                                        Param("Shift", "Integer", VarType::Integer, true)};
+    const std::vector<ParamInfo> mouse = {Param("Button", "Integer", VarType::Integer, true),
+                                          Param("Shift", "Integer", VarType::Integer, true),
+                                          Param("x", "Single", VarType::Single, true),
+                                          Param("y", "Single", VarType::Single, true)};
+    return ProbeEvents{
+        {"Called", {Param("Procedure", "String", VarType::String, false)}, "A procedure ran."},
+        {"KeyDown", key, ""},
+        {"KeyPress", {Param("KeyAscii", "Integer", VarType::Integer, true)}, ""},
+        {"KeyUp", key, ""},
+        {"MouseDown", mouse, ""},
+        {"MouseMove", mouse, ""},
+        {"MouseUp", mouse, ""},
+        {"Click", {}, ""},
+        {"DblClick", {}, ""},
+        {"Colored", {Param("Color", "OLE_COLOR", VarType::Long, true)}, ""},
+        {"Menu", {Param("Index", "Integer", VarType::Integer, false)}, ""},
+    };
+  }();
+  return events;
+}
+
+template <typename F>
+MethodInfo Returning(std::string name, std::string type_name, F body) {
+  MethodInfo info;
+  info.name = std::move(name);
+  info.return_type_name = std::move(type_name);
+  info.invoke = [body](UserControl& c, std::span<Variant>) {
+    return body(static_cast<ProbeControl&>(c));
+  };
+  return info;
+}
+
+}  // namespace
+
+ClassInfo& ProbeControl::Info() {
+  static ClassInfo info = [] {
+    ClassInfo c;
+    c.name = "KestuProbe";
+    c.help = "A control that reports what its host calls.";
+    c.create = [] { return std::make_unique<ProbeControl>(); };
+    using P = ProbeControl;
+    c.properties = {
+        Property<P>("Caption", "String", &P::Caption, &P::SetCaption, "The caption."),
+        Property<P>("Number", "Integer", &P::Number, &P::SetNumber, "A 16-bit number."),
+        Property<P>("Color", "OLE_COLOR", &P::Color, &P::SetColor, "A colour."),
+        Property<P>("MinWidth", "Long", &P::MinWidth, &P::SetMinWidth, "Smallest width."),
+        Property<P>("LastKey", "Integer", &P::LastKey, nullptr, "The last KeyAscii used."),
+        Property<P>("hWnd", "Long", &P::Window, nullptr, "The window."),
+    };
+    c.methods = {
+        Method<P>("ShowCaret", &P::ShowCaret, ""),
+        Method<P>("HideCaret", &P::HideCaret, ""),
+        Method<P>("Capture", &P::Capture, ""),
+        Method<P>("Release", &P::Release, ""),
+        Method<P>("Popup", &P::Popup, ""),
+        Method<P>("CopyText", &P::CopyText, ""),
+        Method<P>("Ring", &P::Ring, ""),
+        Method<P>("DrawCaption", &P::DrawCaption, ""),
+        Method<P>("FocusSelf", &P::FocusSelf, ""),
+        Method<P>("Disable", &P::Disable, ""),
+        Method<P>("RaiseColored", &P::RaiseColored, ""),
+        Returning("Where", "String", [](P& p) { return Variant(p.Where()); }),
+        Returning("FormIsActive", "Boolean",
+                  [](P& p) { return Variant::Boolean(p.FormIsActive()); }),
+        Returning("HasFocus", "Boolean", [](P& p) { return Variant::Boolean(p.HasFocus()); }),
+    };
+    // Twice(ByRef Value As Integer, Factor As Integer) As Long: multiplies
+    // Value in place and returns it.
+    MethodInfo twice;
+    twice.name = "Twice";
+    twice.params = {Param("Value", "Integer", VarType::Integer, true),
+                    Param("Factor", "Integer", VarType::Integer, false)};
+    twice.return_type_name = "Long";
+    twice.invoke = [](UserControl&, std::span<Variant> args) {
+      args[0] = Variant(ToInt16(int64_t{args[0].ToInteger()} * args[1].ToInteger()));
+      return Variant(static_cast<int32_t>(args[0].ToInteger()));
+    };
+    c.methods.push_back(std::move(twice));
+    const ProbeEvents& e = Events();
+    c.events = {&e.called,   &e.key_down, &e.key_press, &e.key_up,  &e.mouse_down, &e.mouse_move,
+                &e.mouse_up, &e.click,    &e.dbl_click, &e.colored, &e.menu};
+    c.enums = {{"ProbeMode", {{"prbQuiet", 0}, {"prbLoud", 7}}}};
+    c.default_event = "Called";
+    return c;
+  }();
+  return info;
+}
+
+KESTU_REGISTER_CONTROL(ProbeControl)
+
+ProbeControl::ProbeControl()
+    : Called(Events().called),
+      KeyDown(Events().key_down),
+      KeyPress(Events().key_press),
+      KeyUp(Events().key_up),
+      MouseDown(Events().mouse_down),
+      MouseMove(Events().mouse_move),
+      MouseUp(Events().mouse_up),
+      Click(Events().click),
+      DblClick(Events().dbl_click),
+      Colored(Events().colored),
+      Menu(Events().menu) {}
+
+void ProbeControl::UserControl_ReadProperties(PropertyBag& bag) {
+  Report("ReadProperties");
+  caption_ = bag.ReadAs("Caption", Variant(caption_)).ToString();
+  number_ = bag.ReadAs("Number", Variant(number_)).ToInteger();
+  color_ =
+      static_cast<OLE_COLOR>(bag.ReadAs("Color", Variant(static_cast<int32_t>(color_))).ToLong());
+}
+
+void ProbeControl::UserControl_WriteProperties(PropertyBag& bag) {
+  Report("WriteProperties");
+  bag.WriteProperty("Caption", Variant(caption_));
+  bag.WriteProperty("Number", Variant(number_));
+  bag.WriteProperty("Color", Variant(static_cast<int32_t>(color_)));
+}
+
+void ProbeControl::UserControl_Resize() {
+  Report("Resize " + std::to_string(static_cast<int>(Width())) + "x" +
+         std::to_string(static_cast<int>(Height())));
+  if (Width() < static_cast<float>(min_width_)) SetWidth(static_cast<float>(min_width_));
+}
+
+void ProbeControl::UserControl_AmbientChanged(const std::string& name) {
+  Report("AmbientChanged " + name);
+}
+
+void ProbeControl::UserControl_AccessKeyPress(int16_t& key_ascii) {
+  Report("AccessKeyPress " + std::to_string(key_ascii));
+}
+
+void ProbeControl::UserControl_KeyDown(int16_t& key_code, int16_t& shift) {
+  (void)RaiseEvent(KeyDown, key_code, shift);
+}
+
+void ProbeControl::UserControl_KeyPress(int16_t& key_ascii) {
+  if (!RaiseEvent(KeyPress, key_ascii)) return;
+  last_key_ = key_ascii;
+}
+
+void ProbeControl::UserControl_KeyUp(int16_t& key_code, int16_t& shift) {
+  (void)RaiseEvent(KeyUp, key_code, shift);
+}
+
+void ProbeControl::UserControl_MouseDown(int16_t& button, int16_t& shift, float& x, float& y) {
+  (void)RaiseEvent(MouseDown, button, shift, x, y);
+}
+
+void ProbeControl::UserControl_MouseMove(int16_t& button, int16_t& shift, float& x, float& y) {
+  (void)RaiseEvent(MouseMove, button, shift, x, y);
+}
+
+void ProbeControl::UserControl_MouseUp(int16_t& button, int16_t& shift, float& x, float& y) {
+  (void)RaiseEvent(MouseUp, button, shift, x, y);
+}
+
+void ProbeControl::SetCaption(std::string caption) {
+  caption_ = std::move(caption);
+  PropertyChanged("Caption");
+}
+
+void ProbeControl::SetNumber(int16_t number) {
+  number_ = number;
+  PropertyChanged("Number");
+}
+
+void ProbeControl::SetColor(OLE_COLOR color) {
+  color_ = color;
+  PropertyChanged("Color");
+}
+
+void ProbeControl::ShowCaret() {
+  KestuControlsAPI::CreateCaret(hWnd(), 0, 1, 13);
+  KestuControlsAPI::SetCaretPos(3, 2);
+  KestuControlsAPI::ShowCaret(hWnd());
+}
+
+void ProbeControl::HideCaret() {
+  KestuControlsAPI::HideCaret(hWnd());
+}
+
+void ProbeControl::Capture() {
+  KestuControlsAPI::SetCapture(hWnd());
+}
+
+void ProbeControl::Release() {
+  KestuControlsAPI::ReleaseCapture();
+}
+
+void ProbeControl::Popup() {
+  const MenuItem items[] = {{"&One", true}, {"-", true}, {"&Two", false}, {"&Three", true}};
+  int16_t index = static_cast<int16_t>(PopupMenu(items).value_or(-1));
+  (void)RaiseEvent(Menu, index);
+}
+
+void ProbeControl::CopyText() {
+  ClipboardSetText(ClipboardGetText() + "!");
+}
+
+void ProbeControl::DrawCaption() {
+  RECT rect{2, 2, 60, 20};
+  KestuControlsAPI::DrawTextA(hDC(), "Probe", -1, rect, dt::kNoClip);
+  KestuControlsAPI::DrawFocusRect(hDC(), RECT{1, 1, 61, 21});
+}
+
+void ProbeControl::FocusSelf() {
+  KestuControlsAPI::SetFocus(hWnd());
+}
+
+void ProbeControl::Disable() {
+  KestuControlsAPI::EnableWindow(hWnd(), 0);
+}
+
+std::string ProbeControl::Where() {
+  RECT rect;
+  POINTAPI cursor;
+  KestuControlsAPI::GetWindowRect(hWnd(), rect);
+  KestuControlsAPI::GetCursorPos(cursor);
+  return std::to_string(rect.Left) + "," + std::to_string(rect.Top) + "," +
+         std::to_string(rect.Right) + "," + std::to_string(rect.Bottom) + " " +
+         std::to_string(cursor.x) + "," + std::to_string(cursor.y);
+}
+
+bool ProbeControl::FormIsActive() {
+  return KestuControlsAPI::GetActiveWindow() == Container().FormHwnd();
+}
+
+bool ProbeControl::HasFocus() {
+  return KestuControlsAPI::GetFocus() == hWnd();
+}
+
+void ProbeControl::RaiseColored() {
+  int32_t color = static_cast<int32_t>(color_);
+  if (!RaiseEvent(Colored, color)) return;
+  color_ = static_cast<OLE_COLOR>(color);
+}
+
+}  // namespace kestu
