@@ -1,0 +1,251 @@
+#include "kestu/decor/KestuPanel3D.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "kestu/foundation/PropertyBag.h"
+#include "kestu/host/Host.h"
+#include "support/DrawRecorder.h"
+#include "support/ExpectRuntimeError.h"
+
+namespace kestu {
+namespace {
+
+using ::testing::ElementsAre;
+
+constexpr Rgb kWhite = 0xFFFFFF;  // 3D highlight
+constexpr Rgb kGrey = 0x808080;   // button shadow
+constexpr Rgb kFace = 0xC0C0C0;   // button face
+
+// A panel of 2400 x 1200 twips: 160 x 80 pixels at 15 twips per pixel.
+class PanelTest : public ::testing::Test {
+ protected:
+  PanelTest() { host_.AddObserver(&recorder_); }
+
+  KestuPanel3D& NewPanel(TwipsRect rect = {0, 0, 2400, 1200}) {
+    hosted_ = &host_.NewControl(form_, KestuPanel3D::Info(), "p1", rect);
+    Observe();
+    return Panel();
+  }
+  KestuPanel3D& LoadPanel(PropertyBag bag) {
+    hosted_ = &host_.LoadControl(form_, KestuPanel3D::Info(), "p1", std::move(bag),
+                                 TwipsRect{0, 0, 2400, 1200});
+    Observe();
+    return Panel();
+  }
+  KestuPanel3D& Panel() { return static_cast<KestuPanel3D&>(hosted_->Control()); }
+  Rgb Pixel(int x, int y) const { return hosted_->GetRaster().GetPixel(x, y); }
+  PropertyBag Save() { return host_.SaveControl(*hosted_); }
+
+  Host host_;
+  Form& form_ = host_.CreateForm("Form1", 6000, 4000);
+  DrawRecorder recorder_;
+  HostedControl* hosted_ = nullptr;
+
+ private:
+  void Observe() {
+    hosted_->SetDrawingObserved(true);
+    recorder_.Take();
+  }
+};
+
+TEST_F(PanelTest, DefaultPanelIsRaisedOutsideAndLoweredFivePixelsIn) {
+  NewPanel();
+  // Outer bevel: light top-left; the other three corners belong to the
+  // shadow, whose bottom edge runs one pixel longer.
+  EXPECT_EQ(Pixel(0, 0), kWhite);
+  EXPECT_EQ(Pixel(158, 0), kWhite);
+  EXPECT_EQ(Pixel(0, 78), kWhite);
+  EXPECT_EQ(Pixel(159, 0), kGrey);
+  EXPECT_EQ(Pixel(0, 79), kGrey);
+  EXPECT_EQ(Pixel(159, 79), kGrey);
+  // Between the bevels and inside the inner one: the face.
+  EXPECT_EQ(Pixel(1, 1), kFace);
+  EXPECT_EQ(Pixel(4, 4), kFace);
+  EXPECT_EQ(Pixel(80, 40), kFace);
+  // Inner bevel, lowered, 5 pixels in: shadow top-left, light bottom-right.
+  EXPECT_EQ(Pixel(5, 5), kGrey);
+  EXPECT_EQ(Pixel(153, 5), kGrey);
+  EXPECT_EQ(Pixel(5, 73), kGrey);
+  EXPECT_EQ(Pixel(154, 5), kWhite);
+  EXPECT_EQ(Pixel(5, 74), kWhite);
+  EXPECT_EQ(Pixel(154, 74), kWhite);
+  EXPECT_EQ(Pixel(155, 75), kFace);
+}
+
+TEST_F(PanelTest, EveryAssignmentNotifiesClearsAndDrawsBothBevels) {
+  KestuPanel3D& panel = NewPanel();
+  panel.SetBorderWidth(5);
+  EXPECT_THAT(
+      recorder_.Take(),
+      ElementsAre("notify BorderWidth", "Cls", "Line (0,0)-(2385,0) 0x80000014",
+                  "Line (0,0)-(0,1185) 0x80000014", "Line (0,1185)-(2400,1185) 0x80000010",
+                  "Line (2385,0)-(2385,1185) 0x80000010", "Line (75,75)-(2310,75) 0x80000010",
+                  "Line (75,75)-(75,1110) 0x80000010", "Line (75,1110)-(2325,1110) 0x80000014",
+                  "Line (2310,75)-(2310,1110) 0x80000014"));
+}
+
+TEST_F(PanelTest, AbsentOuterBevelVanishesIntoTheFace) {
+  KestuPanel3D& panel = NewPanel();
+  panel.SetBorderOut(KSTPN_None);
+  for (auto [x, y] : {std::pair{0, 0}, {80, 0}, {0, 40}, {159, 0}, {0, 79}, {159, 79}}) {
+    EXPECT_EQ(Pixel(x, y), kFace) << x << "," << y;
+  }
+  EXPECT_EQ(Pixel(5, 5), kGrey);  // the inner bevel stays
+}
+
+TEST_F(PanelTest, AbsentBevelTakesTheFaceColourAsItIsNow) {
+  KestuPanel3D& panel = NewPanel();
+  panel.SetBorderIn(KSTPN_None);
+  panel.SetBackColor(0x0000FF);  // pure red
+  EXPECT_EQ(Pixel(5, 5), 0xFF0000u);
+  EXPECT_EQ(Pixel(154, 74), 0xFF0000u);
+  EXPECT_EQ(Pixel(0, 0), kWhite);
+}
+
+TEST_F(PanelTest, ZeroBorderWidthLetsTheInnerBevelWin) {
+  KestuPanel3D& panel = NewPanel();
+  panel.SetBorderWidth(0);
+  EXPECT_EQ(Pixel(0, 0), kGrey);
+  EXPECT_EQ(Pixel(80, 0), kGrey);
+  EXPECT_EQ(Pixel(159, 79), kWhite);
+  EXPECT_EQ(Pixel(159, 0), kWhite);
+}
+
+TEST_F(PanelTest, StylesOtherThanNoneAndRaisedDrawLowered) {
+  KestuPanel3D& panel = NewPanel();
+  panel.SetBorderOut(3);
+  EXPECT_EQ(Pixel(0, 0), kGrey);
+  EXPECT_EQ(Pixel(159, 79), kWhite);
+  panel.SetBorderOut(-1);
+  EXPECT_EQ(Pixel(0, 0), kGrey);
+}
+
+TEST_F(PanelTest, BorderWidthPastTheMiddleDrawsTheInnerBevelInverted) {
+  KestuPanel3D& panel = NewPanel();
+  panel.SetBorderWidth(60);  // 900 twips in, past the middle of 1200
+  EXPECT_THAT(recorder_.Take(), testing::IsSupersetOf({"Line (900,900)-(1485,900) 0x80000010",
+                                                       "Line (900,285)-(1500,285) 0x80000014"}));
+}
+
+TEST_F(PanelTest, BorderWidthOverflowingSixteenBitTwipsIsErrorSixWhenDrawing) {
+  KestuPanel3D& panel = NewPanel();
+  panel.SetBorderWidth(2184);  // 32760 twips: still fits
+  recorder_.Take();
+  ExpectRuntimeError(err::kOverflow, [&] { panel.SetBorderWidth(2185); });
+  // Stored and notified first; the outer bevel is drawn before the inner
+  // one's corner overflows.
+  EXPECT_EQ(panel.BorderWidth(), 2185);
+  std::vector<std::string> calls = recorder_.Take();
+  ASSERT_EQ(calls.size(), 6u);
+  EXPECT_EQ(calls.front(), "notify BorderWidth");
+  EXPECT_EQ(calls.back(), "Line (2385,0)-(2385,1185) 0x80000010");
+  ExpectRuntimeError(err::kOverflow, [&] { host_.Repaint(*hosted_); });
+}
+
+TEST_F(PanelTest, PanelWiderThanSixteenBitTwipsIsErrorSix) {
+  // The bottom edge ends one pixel past the right-hand corner, so that end
+  // is the first to leave 16 bits.
+  ExpectRuntimeError(err::kOverflow, [&] { NewPanel({0, 0, 32768, 600}); });
+  EXPECT_EQ(form_.FindControl("p1"), nullptr);
+  NewPanel({0, 0, 32767, 600});
+  EXPECT_EQ(Pixel(2183, 39), kGrey);
+}
+
+TEST_F(PanelTest, StyleOutsideSixteenBitsIsErrorSixAndChangesNothing) {
+  KestuPanel3D& panel = NewPanel();
+  ExpectRuntimeError(err::kOverflow, [&] { panel.SetBorderIn(32768); });
+  ExpectRuntimeError(err::kOverflow, [&] { panel.SetBorderOut(-32769); });
+  EXPECT_EQ(panel.BorderIn(), KSTPN_Lowered);
+  EXPECT_EQ(panel.BorderOut(), KSTPN_Raised);
+  EXPECT_TRUE(recorder_.Take().empty());
+}
+
+TEST_F(PanelTest, PixelsAreCountedOnTheirOwnAxis) {
+  host_.SetTwipsPerPixel(12, 20);
+  KestuPanel3D& panel = NewPanel({0, 0, 1200, 1200});
+  panel.SetBorderWidth(2);
+  EXPECT_THAT(
+      recorder_.Take(),
+      ElementsAre("notify BorderWidth", "Cls", "Line (0,0)-(1188,0) 0x80000014",
+                  "Line (0,0)-(0,1180) 0x80000014", "Line (0,1180)-(1200,1180) 0x80000010",
+                  "Line (1188,0)-(1188,1180) 0x80000010", "Line (24,40)-(1164,40) 0x80000010",
+                  "Line (24,40)-(24,1140) 0x80000010", "Line (24,1140)-(1176,1140) 0x80000014",
+                  "Line (1164,40)-(1164,1140) 0x80000014"));
+  // The pair is read once: a later change of the screen does not matter.
+  host_.SetTwipsPerPixel(15, 15);
+  panel.SetBorderWidth(2);
+  EXPECT_EQ(recorder_.Take()[6], "Line (24,40)-(1164,40) 0x80000010");
+}
+
+TEST_F(PanelTest, FaceStartsAsTheSurfaceBackground) {
+  EXPECT_EQ(NewPanel().BackColor(), syscolor::kButtonFace);
+}
+
+TEST_F(PanelTest, SavesEveryKeyInItsOrder) {
+  NewPanel();
+  const PropertyBag bag = Save();
+  std::vector<std::string> keys;
+  for (const auto& [key, value] : bag.Entries()) keys.push_back(key);
+  EXPECT_THAT(keys, ElementsAre("BackColor", "Light3DColor", "Shadow3DColor", "BorderIn",
+                                "BorderOut", "BorderWidth"));
+  EXPECT_EQ(bag.ReadProperty("BackColor"), Variant(static_cast<int32_t>(0x8000000F)));
+  EXPECT_EQ(bag.ReadProperty("BorderIn"), Variant(int16_t{2}));
+  EXPECT_EQ(bag.ReadProperty("BorderWidth"), Variant(int16_t{5}));
+}
+
+TEST_F(PanelTest, LoadedPanelKeepsWhatItReadAndDefaultsTheRest) {
+  PropertyBag bag;
+  bag.WriteProperty("BorderOut", Variant(int16_t{2}));
+  bag.WriteProperty("BorderWidth", Variant(int16_t{3}));
+  bag.WriteProperty("Light3DColor", Variant(int32_t{0x00FF00}));
+  KestuPanel3D& panel = LoadPanel(bag);
+  EXPECT_EQ(panel.BorderOut(), KSTPN_Lowered);
+  EXPECT_EQ(panel.BorderIn(), KSTPN_Lowered);
+  EXPECT_EQ(Pixel(159, 79), 0x00FF00u);  // lowered outer: light bottom-right
+  EXPECT_EQ(Pixel(3, 3), kGrey);         // inner bevel 3 pixels in
+  PropertyBag again = Save();
+  EXPECT_EQ(again.ReadProperty("BorderWidth"), Variant(int16_t{3}));
+  EXPECT_EQ(again.Entries().size(), 6u);
+}
+
+TEST_F(PanelTest, ReadsBorderInBeforeBorderOutAndLoadsNothingOfABadBag) {
+  PropertyBag bag;
+  bag.WriteProperty("BorderOut", Variant(int32_t{70000}));
+  bag.WriteProperty("BorderIn", Variant(int32_t{70000}));
+  ExpectRuntimeError(
+      err::kOverflow, [&] { LoadPanel(bag); }, "BorderIn");
+  EXPECT_EQ(form_.FindControl("p1"), nullptr);
+}
+
+TEST_F(PanelTest, SaveAndLoadRoundTrip) {
+  KestuPanel3D& panel = NewPanel();
+  panel.SetBorderIn(KSTPN_None);
+  panel.SetShadow3DColor(0x123456);
+  panel.SetBorderWidth(-4);
+  const PropertyBag saved = Save();
+  host_.RemoveControl(*hosted_);
+  LoadPanel(saved);
+  EXPECT_EQ(Save(), saved);
+}
+
+TEST_F(PanelTest, PublishesItsInterface) {
+  const ClassInfo& info = KestuPanel3D::Info();
+  std::vector<std::string> names;
+  for (const PropertyInfo& p : info.properties) names.push_back(p.name + ":" + p.type_name);
+  EXPECT_THAT(names, ElementsAre("Light3DColor:OLE_COLOR", "Shadow3DColor:OLE_COLOR",
+                                 "BackColor:OLE_COLOR", "BorderOut:KST_BorderStyle",
+                                 "BorderIn:KST_BorderStyle", "BorderWidth:Integer"));
+  EXPECT_EQ(info.properties[5].help,
+            "Returns/sets the width of the border, in pixels. [Retorna/define a largura da "
+            "borda, em pixels.]");
+  EXPECT_TRUE(info.methods.empty());
+  EXPECT_TRUE(info.events.empty());
+  const auto* lowered = ControlRegistry::Instance().FindConstant("kstpn_lowered");
+  ASSERT_NE(lowered, nullptr);
+  EXPECT_EQ(lowered->second, 2);
+  EXPECT_EQ(ControlRegistry::Instance().Find("KestuPanel3D"), &info);
+}
+
+}  // namespace
+}  // namespace kestu
