@@ -71,22 +71,17 @@ class GifReader {
     }
   }
 
-  // Decodes the current frame's rows in their stored order: the interlaced
-  // passes take every 8th row from 0, every 8th from 4, every 4th from 2,
-  // then every 2nd from 1.
-  template <typename RowSink>
-  void ReadFrameRows(RowSink&& sink) {
+  // Decodes the current frame's colour indices, rows in stored order. The
+  // buffer grows row by row, so a frame that claims more rows than its data
+  // holds fails before its full size is ever allocated.
+  std::vector<GifPixelType> ReadFrameIndices() {
     const GifImageDesc& frame = gif_->Image;
-    std::vector<GifPixelType> row(static_cast<size_t>(frame.Width));
-    static constexpr std::array<std::array<int, 2>, 4> kPasses{{{0, 8}, {4, 8}, {2, 4}, {1, 2}}};
-    const auto read_rows = [&](int first, int step) {
-      for (int y = first; y < frame.Height; y += step) {
-        Check(DGifGetLine(gif_, row.data(), frame.Width));
-        sink(y, row);
-      }
-    };
-    if (!frame.Interlace) return read_rows(0, 1);
-    for (const auto& [first, step] : kPasses) read_rows(first, step);
+    std::vector<GifPixelType> indices;
+    for (int row = 0; row < frame.Height; ++row) {
+      indices.resize(indices.size() + static_cast<size_t>(frame.Width));
+      Check(DGifGetLine(gif_, indices.data() + indices.size() - frame.Width, frame.Width));
+    }
+    return indices;
   }
 
   // Walks the rest of the stream without decoding it, so that a file cut
@@ -155,11 +150,15 @@ std::array<uint32_t, 256> FramePalette(const GifFileType& file, int transparent)
   return palette;
 }
 
+// The first frame's place on the picture.
 struct Canvas {
-  int width;
-  int height;
-  int frame_left;
-  int frame_top;
+  int width = 0;
+  int height = 0;
+  int frame_left = 0;
+  int frame_top = 0;
+  int frame_width = 0;
+  int frame_height = 0;
+  bool interlaced = false;
 };
 
 // The picture is the logical screen; a stream that leaves the screen size
@@ -167,9 +166,54 @@ struct Canvas {
 Canvas ChooseCanvas(const GifFileType& file) {
   const GifImageDesc& frame = file.Image;
   CheckPictureSize(frame.Width, frame.Height);
-  if (file.SWidth <= 0 || file.SHeight <= 0) return {frame.Width, frame.Height, 0, 0};
+  Canvas canvas;
+  canvas.frame_width = frame.Width;
+  canvas.frame_height = frame.Height;
+  canvas.interlaced = frame.Interlace;
+  if (file.SWidth <= 0 || file.SHeight <= 0) {
+    canvas.width = frame.Width;
+    canvas.height = frame.Height;
+    return canvas;
+  }
   CheckPictureSize(file.SWidth, file.SHeight);
-  return {file.SWidth, file.SHeight, frame.Left, frame.Top};
+  canvas.width = file.SWidth;
+  canvas.height = file.SHeight;
+  canvas.frame_left = frame.Left;
+  canvas.frame_top = frame.Top;
+  return canvas;
+}
+
+// The picture row that the n-th stored row belongs to. Interlaced frames
+// store every 8th row from 0, every 8th from 4, every 4th from 2, then every
+// 2nd from 1.
+std::vector<int> StoredRowOrder(const Canvas& canvas) {
+  std::vector<int> order;
+  if (!canvas.interlaced) {
+    for (int y = 0; y < canvas.frame_height; ++y) order.push_back(y);
+    return order;
+  }
+  static constexpr std::array<std::array<int, 2>, 4> kPasses{{{0, 8}, {4, 8}, {2, 4}, {1, 2}}};
+  for (const auto& [first, step] : kPasses) {
+    for (int y = first; y < canvas.frame_height; y += step) order.push_back(y);
+  }
+  return order;
+}
+
+// Places the frame on a transparent screen, clipped to it.
+std::vector<uint32_t> Compose(const Canvas& canvas, const std::vector<GifPixelType>& indices,
+                              const std::array<uint32_t, 256>& palette) {
+  std::vector<uint32_t> pixels(static_cast<size_t>(canvas.width) * canvas.height, 0);
+  const int visible = std::min(canvas.frame_width, canvas.width - canvas.frame_left);
+  if (visible <= 0) return pixels;
+  const std::vector<int> order = StoredRowOrder(canvas);
+  for (size_t stored = 0; stored < order.size(); ++stored) {
+    const int y = canvas.frame_top + order[stored];
+    if (y >= canvas.height) continue;
+    const GifPixelType* in = indices.data() + stored * canvas.frame_width;
+    uint32_t* out = pixels.data() + static_cast<size_t>(y) * canvas.width + canvas.frame_left;
+    for (int x = 0; x < visible; ++x) out[x] = palette[in[x]];
+  }
+  return pixels;
 }
 
 }  // namespace
@@ -178,19 +222,11 @@ StdPicture DecodeGif(std::span<const uint8_t> bytes) {
   GifReader reader(bytes);
   const int transparent = reader.ReadToFirstFrame();
   const Canvas canvas = ChooseCanvas(reader.File());
+  // Taken now: reading on replaces the frame's own colour table.
   const std::array<uint32_t, 256> palette = FramePalette(reader.File(), transparent);
-  // Outside the first frame the screen is transparent.
-  std::vector<uint32_t> pixels(static_cast<size_t>(canvas.width) * canvas.height, 0);
-  reader.ReadFrameRows([&](int y, const std::vector<GifPixelType>& row) {
-    const int canvas_y = canvas.frame_top + y;
-    if (canvas_y >= canvas.height) return;
-    uint32_t* out = pixels.data() + static_cast<size_t>(canvas_y) * canvas.width;
-    const int visible =
-        std::min<int>(static_cast<int>(row.size()), canvas.width - canvas.frame_left);
-    for (int x = 0; x < visible; ++x) out[canvas.frame_left + x] = palette[row[x]];
-  });
+  const std::vector<GifPixelType> indices = reader.ReadFrameIndices();
   reader.ReadToTrailer();
-  return StdPicture(canvas.width, canvas.height, std::move(pixels));
+  return StdPicture(canvas.width, canvas.height, Compose(canvas, indices, palette));
 }
 
 }  // namespace kestu
