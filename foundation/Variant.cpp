@@ -1,12 +1,12 @@
 #include "kestu/foundation/Variant.h"
 
 #include <locale.h>
+
+#include <algorithm>
 #include <cfloat>
-#include <clocale>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
-#include <optional>
 
 #include "kestu/foundation/Integer.h"
 #include "kestu/foundation/RuntimeError.h"
@@ -369,8 +369,9 @@ std::string FormatDouble(double value, int significant_digits) {
 
   // Round to the significant digits first; the layout depends on the
   // rounded exponent (999999999999999.9 becomes 1E+15).
+  const int digits_kept = std::clamp(significant_digits, 1, 17);
   char scientific[64];
-  std::snprintf(scientific, sizeof scientific, "%.*e", significant_digits - 1, value);
+  std::snprintf(scientific, sizeof scientific, "%.*e", digits_kept - 1, value);
   const std::string_view text(scientific);
   const bool negative = text[0] == '-';
   const size_t mantissa_start = negative ? 1 : 0;
@@ -383,7 +384,7 @@ std::string FormatDouble(double value, int significant_digits) {
   while (digits.size() > 1 && digits.back() == '0') digits.pop_back();
 
   std::string result = negative ? "-" : "";
-  if (exponent >= significant_digits || exponent < -4) {
+  if (exponent >= digits_kept || exponent < -4) {
     result += digits[0];
     if (digits.size() > 1) result.append(".").append(digits, 1);
     char exponent_text[16];
