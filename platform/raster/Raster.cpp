@@ -32,13 +32,14 @@ int NonNegative(int value) {
   return std::max(value, 0);
 }
 
+int Saturate(int64_t value) {
+  return static_cast<int>(std::clamp<int64_t>(value, INT32_MIN, INT32_MAX));
+}
+
 // The rectangle of a `width` x `height` block at (x, y), its far edges
 // held at the largest coordinate rather than wrapping.
 PixelRect BlockAt(int x, int y, int width, int height) {
-  const auto far_edge = [](int start, int size) {
-    return static_cast<int>(std::min<int64_t>(int64_t{start} + size, INT32_MAX));
-  };
-  return {x, y, far_edge(x, width), far_edge(y, height)};
+  return {x, y, Saturate(int64_t{x} + width), Saturate(int64_t{y} + height)};
 }
 
 // Source index for destination index `i` of `dst_size` stretched from
@@ -107,15 +108,17 @@ void Raster::DrawLine(int x1, int y1, int x2, int y2, Rgb color, RasterOp op) {
   // The end point is left out, as the host's line does: a line from (0, 0)
   // to (5, 0) covers x = 0..4, and a line to its own start draws nothing.
   if (y1 == y2) {
-    const int left = x1 <= x2 ? x1 : x2 + 1;
-    const int right = x1 <= x2 ? x2 : x1 + 1;
-    FillRect({left, y1, right, y1 + 1}, color, op);
+    if (y1 < 0 || y1 >= height_) return;
+    const int64_t left = x1 <= x2 ? x1 : int64_t{x2} + 1;
+    const int64_t right = x1 <= x2 ? x2 : int64_t{x1} + 1;
+    FillRect({Saturate(left), y1, Saturate(right), y1 + 1}, color, op);
     return;
   }
   if (x1 == x2) {
-    const int top = y1 <= y2 ? y1 : y2 + 1;
-    const int bottom = y1 <= y2 ? y2 : y1 + 1;
-    FillRect({x1, top, x1 + 1, bottom}, color, op);
+    if (x1 < 0 || x1 >= width_) return;
+    const int64_t top = y1 <= y2 ? y1 : int64_t{y2} + 1;
+    const int64_t bottom = y1 <= y2 ? y2 : int64_t{y1} + 1;
+    FillRect({x1, Saturate(top), x1 + 1, Saturate(bottom)}, color, op);
     return;
   }
   // Bresenham: step k of the major axis puts the minor axis at the pixel

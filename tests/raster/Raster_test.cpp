@@ -140,7 +140,11 @@ TEST(RasterLine, FarEndsCostNothingAndDrawOnlyWhatCrosses) {
   raster.DrawLine(INT_MIN, 5, INT_MIN + 20, 7, kInk, RasterOp::CopyPen);
   raster.DrawLine(-100, 20, 100, 30, kInk, RasterOp::CopyPen);
   raster.DrawLine(5, INT_MIN, 5, -1, kInk, RasterOp::CopyPen);
-  EXPECT_EQ(CountPixels(raster, kInk), 0);
+  raster.DrawLine(INT_MAX, 3, INT_MIN, 3, kInk, RasterOp::CopyPen);  // the row, end left out
+  raster.DrawLine(4, INT_MAX, 4, INT_MIN, kInk, RasterOp::CopyPen);  // the column
+  raster.DrawLine(INT_MAX, INT_MAX, 0, INT_MAX, kInk, RasterOp::CopyPen);
+  EXPECT_EQ(CountPixels(raster, kInk), 19);
+  raster.FillRect({0, 0, 10, 10}, kPaper, RasterOp::CopyPen);
   raster.DrawLine(INT_MIN, INT_MIN, INT_MAX, INT_MAX, kInk, RasterOp::CopyPen);
   EXPECT_EQ(CountPixels(raster, kInk), 10);
   for (int i = 0; i < 10; ++i) EXPECT_EQ(raster.GetPixel(i, i), kInk) << i;
