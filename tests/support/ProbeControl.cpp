@@ -66,6 +66,8 @@ ClassInfo& ProbeControl::Info() {
         Property<P>("Caption", "String", &P::Caption, &P::SetCaption, "The caption."),
         Property<P>("Number", "Integer", &P::Number, &P::SetNumber, "A 16-bit number."),
         Property<P>("Color", "OLE_COLOR", &P::Color, &P::SetColor, "A colour."),
+        Property<P>("Ratio", "Double", &P::Ratio, &P::SetRatio, "A real."),
+        Property<P>("Data", "Variant", &P::Data, &P::SetData, "Any value."),
         Property<P>("MinWidth", "Long", &P::MinWidth, &P::SetMinWidth, "Smallest width."),
         Property<P>("LastKey", "Integer", &P::LastKey, nullptr, "The last KeyAscii used."),
         Property<P>("hWnd", "Long", &P::Window, nullptr, "The window."),

@@ -65,6 +65,11 @@ class ProbeControl : public UserControl {
   void SetNumber(int16_t number);
   OLE_COLOR Color() const { return color_; }
   void SetColor(OLE_COLOR color);
+  double Ratio() const { return ratio_; }
+  void SetRatio(double ratio) { ratio_ = ratio; }
+  // Any value, kept as given.
+  Variant Data() const { return data_; }
+  void SetData(Variant data) { data_ = std::move(data); }
   // The smallest width the probe lets itself have: it widens itself in
   // its own Resize.
   int32_t MinWidth() const { return min_width_; }
@@ -97,6 +102,8 @@ class ProbeControl : public UserControl {
   int16_t number_ = 0;
   OLE_COLOR color_ = 0x8000000F;
   int32_t min_width_ = 0;
+  double ratio_ = 0;
+  Variant data_;
   int16_t last_key_ = 0;
 };
 
