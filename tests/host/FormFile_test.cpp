@@ -1,0 +1,135 @@
+// Form files: what a saved form reads back as, and that a bad file changes
+// nothing already loaded.
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <sstream>
+
+#include "kestu/foundation/RuntimeError.h"
+#include "kestu/host/FormFile.h"
+#include "kestu/host/Host.h"
+#include "kestu/host/TraceWriter.h"
+#include "support/ProbeControl.h"
+
+namespace kestu {
+namespace {
+
+class FormFileTest : public ::testing::Test {
+ protected:
+  FormFileTest() : trace_(out_) {
+    Form& form = host_.CreateForm("Main", 6000, 4000);
+    form.SetCaption("Main form");
+    HostedControl& a =
+        host_.NewControl(form, ProbeControl::Info(), "a", TwipsRect{120, 240, 900, 300});
+    static_cast<ProbeControl&>(a.Control()).SetCaption("Caf\xC3\xA9");
+    a.SetExtender("ToolTipText", Variant("Tip"));
+    HostedControl& b = host_.NewControl(form, ProbeControl::Info(), "b");
+    b.SetExtender("Align", Variant(int16_t{1}));
+    b.SetExtender("Visible", Variant::Boolean(false));
+    host_.AddObserver(&trace_);
+  }
+  ~FormFileTest() override { host_.RemoveObserver(&trace_); }
+
+  std::string Text() { return FormFileText(host_, *host_.FindForm("Main")); }
+
+  // Loading `text` must fail with `number`, naming `where`, and leave the
+  // form as it was: the same controls, saving the same file.
+  void ExpectRefused(const std::string& text, int number, const std::string& where) {
+    const std::string before = Text();
+    const HostedControl* a = host_.FindControl("a");
+    try {
+      LoadFormText(host_, text, "bad.json");
+      ADD_FAILURE() << "loaded: " << text;
+    } catch (const RuntimeError& error) {
+      EXPECT_EQ(error.Number(), number) << error.what();
+      EXPECT_NE(std::string(error.what()).find(where), std::string::npos) << error.what();
+    }
+    EXPECT_EQ(host_.FindControl("a"), a);
+    EXPECT_EQ(Text(), before);
+  }
+
+  Host host_;
+  std::ostringstream out_;
+  TraceWriter trace_;
+};
+
+TEST_F(FormFileTest, SavedFormLoadsBackToTheSameFile) {
+  const std::string saved = Text();
+  out_.str("");
+  Form& loaded = LoadFormText(host_, saved, "main.json");
+  EXPECT_EQ(Text(), saved);
+  EXPECT_EQ(loaded.Caption(), "Main form");
+  EXPECT_FALSE(loaded.Modified());
+  HostedControl* a = host_.FindControl("a");
+  ASSERT_NE(a, nullptr);
+  EXPECT_EQ(a->Bounds(), (TwipsRect{120, 240, 900, 300}));
+  EXPECT_EQ(a->ToolTipText(), "Tip");
+  EXPECT_FALSE(host_.FindControl("b")->Visible());
+  EXPECT_EQ(host_.FindControl("b")->Bounds().width, 6000);
+}
+
+TEST_F(FormFileTest, LoadingReplacesTheFormAfterBuildingTheNewControlsOffForm) {
+  const std::string saved = Text();
+  out_.str("");
+  LoadFormText(host_, saved, "main.json");
+  const std::string trace = out_.str();
+  // New controls initialise and read first; then the old ones go; then the
+  // new ones are resized and shown on the installed form.
+  const auto at = [&](const std::string& line) { return trace.find(line); };
+  EXPECT_LT(at("a.Called(Procedure=\"ReadProperties\")"), at("a.Called(Procedure=\"Terminate\")"));
+  EXPECT_LT(at("b.Called(Procedure=\"Terminate\")"), at("a.Called(Procedure=\"Show\")"));
+  EXPECT_EQ(host_.Forms().size(), 1u);
+  EXPECT_EQ(host_.ActiveForm(), host_.FindForm("Main"));
+}
+
+TEST_F(FormFileTest, FileOnDiskRoundTrips) {
+  const std::string path = ::testing::TempDir() + "form_file_test.json";
+  SaveFormFile(host_, *host_.FindForm("Main"), path);
+  std::ifstream file(path);
+  std::stringstream written;
+  written << file.rdbuf();
+  EXPECT_EQ(written.str(), Text());
+  LoadFormFile(host_, path);
+  EXPECT_EQ(Text(), written.str());
+}
+
+TEST_F(FormFileTest, MalformedFilesAreRefusedWhole) {
+  std::string good = Text();
+  auto with = [&](const std::string& from, const std::string& to) {
+    std::string text = good;
+    const size_t at = text.find(from);
+    EXPECT_NE(at, std::string::npos) << from;
+    return text.replace(at, from.size(), to);
+  };
+  ExpectRefused("{", 380, "bad.json");
+  ExpectRefused("[]", 380, "bad.json: expected an object");
+  ExpectRefused(with("\"Caption\": \"Main form\"", "\"Caption\": \"x\", \"Caption\": \"y\""), 380,
+                "duplicated key \"Caption\"");
+  ExpectRefused(with("\"Type\": \"KestuProbe\"", "\"Type\": \"Widget\""), 380,
+                "bad.json: control 'a': key \"Type\": unknown control type \"Widget\"");
+  ExpectRefused(with("\"Left\": 120", "\"Left\": \"120\""), 380,
+                "control 'a': key \"Left\": expected an integer");
+  ExpectRefused(with("\"Name\": \"b\"", "\"Name\": \"A\""), 380, "control 'A' is named twice");
+  ExpectRefused(with("\"Align\": 0", "\"Align\": 0, \"Colour\": 1"), 380,
+                "control 'a': unknown key \"Colour\"");
+  // A value the control cannot take fails in its ReadProperties: the
+  // controls built so far are terminated off-form.
+  ExpectRefused(with("\"value\": 0", "\"value\": 70000"), 380, "control 'a'");
+  ExpectRefused(with("\"Number\": {\n          \"$type\": \"Integer\",\n          \"value\": 0",
+                     "\"Number\": {\n          \"$type\": \"Long\",\n          \"value\": 70000"),
+                6, "bad.json: control 'a'");
+}
+
+TEST_F(FormFileTest, AMissingFileIsFileNotFound) {
+  try {
+    LoadFormFile(host_, "/nonexistent/form.json");
+    FAIL();
+  } catch (const RuntimeError& error) {
+    EXPECT_EQ(error.Number(), err::kFileNotFound);
+  }
+  EXPECT_NE(host_.FindControl("a"), nullptr);
+}
+
+}  // namespace
+}  // namespace kestu
