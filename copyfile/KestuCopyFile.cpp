@@ -263,7 +263,6 @@ KestuCopyFile::Flow KestuCopyFile::RunCopy(CopyState& copy) {
   files.OpenBinary(kSourceNumber, copy.source);
   files.OpenBinary(kTargetNumber, copy.target);
   copy.block_bytes = BlockBytes(block_size_);  // after both opens, as the host did
-  buffer_.resize(static_cast<size_t>(copy.block_bytes.value()));
 
   // Joining ends only by cancelling or by a failure: after the last volume
   // the next name is missing and the copy ends with error 53. Intended.
@@ -295,11 +294,8 @@ KestuCopyFile::Flow KestuCopyFile::CopyOneSource(CopyState& copy) {
 
   while (!files.AtEnd(kSourceNumber)) {
     const Int32 chunk = remaining >= copy.block_bytes ? copy.block_bytes : remaining;
-    if (chunk > 0) {
-      const std::span<std::byte> block(buffer_.data(), static_cast<size_t>(chunk.value()));
-      const size_t got = files.Read(kSourceNumber, block);
-      files.Write(kTargetNumber, block.first(got));
-    }
+    if (chunk > 0)
+      files.CopyBlock(kSourceNumber, kTargetNumber, static_cast<size_t>(chunk.value()));
     copied += chunk;
     if (!DrawProgress(copied)) return Flow::Gone;
     if (cancel_ != 0) return EndCancelled();

@@ -125,6 +125,34 @@ void HostFiles::Write(int number, std::span<const std::byte> data) {
   }
 }
 
+size_t HostFiles::CopyBlock(int from, int to, size_t count) {
+  const OpenFile& source = Entry(from);
+  const OpenFile& target = Entry(to);
+  size_t done = 0;
+  while (done < count) {
+    const ssize_t moved =
+        ::copy_file_range(source.fd, nullptr, target.fd, nullptr, count - done, 0);
+    if (moved < 0 && errno == EINTR) continue;
+    if (moved < 0 && (errno == ENOSPC || errno == EFBIG || errno == EDQUOT || errno == EIO)) {
+      Fail(errno, target.path);
+    }
+    // Devices, pipes, read-only targets and file systems the kernel cannot
+    // copy between: the rest goes through the buffer, which also gives
+    // their refusals the host's numbers.
+    if (moved < 0) return done + CopyThroughBuffer(from, to, count - done);
+    if (moved == 0) break;  // the end of a source that shrank
+    done += static_cast<size_t>(moved);
+  }
+  return done;
+}
+
+size_t HostFiles::CopyThroughBuffer(int from, int to, size_t count) {
+  block_.resize(count);
+  const size_t got = Read(from, block_);
+  Write(to, std::span(block_).first(got));
+  return got;
+}
+
 void HostFiles::Close(int number) {
   if (!IsOpen(number)) return;
   ::close(files_[number].fd);

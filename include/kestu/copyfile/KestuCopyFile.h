@@ -5,10 +5,8 @@
 // synchronously inside BeginCopyFile and reports only through events:
 // nothing a copy meets ever reaches the caller as an exception.
 
-#include <cstddef>
 #include <cstdint>
 #include <string>
-#include <vector>
 
 #include "kestu/foundation/ClassInfo.h"
 #include "kestu/foundation/Event.h"
@@ -97,7 +95,6 @@ class KestuCopyFile : public UserControl {
   std::string new_file_;
   int16_t cancel_ = 0;
   Int32 progress_total_ = 100;
-  std::vector<std::byte> buffer_;
 };
 
 }  // namespace kestu

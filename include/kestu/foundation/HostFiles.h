@@ -22,6 +22,7 @@
 #include <cstdint>
 #include <span>
 #include <string>
+#include <vector>
 
 namespace kestu {
 
@@ -55,6 +56,12 @@ class HostFiles {
   size_t Read(int number, std::span<std::byte> buffer);
   // `Put`: writes all of `data` at the position and advances it.
   void Write(int number, std::span<const std::byte> data);
+  // A `Get` of up to `count` bytes from `from` followed by a `Put` of them
+  // to `to`, each at its own position. The bytes move inside the kernel
+  // where the system can (as cp does), else through a buffer; the result
+  // and the errors are the same either way. Returns the count moved, fewer
+  // only at the end of `from`.
+  size_t CopyBlock(int from, int to, size_t count);
 
   // `Close #n`: a number that is not open is ignored, as the host does.
   void Close(int number);
@@ -81,9 +88,11 @@ class HostFiles {
 
   OpenFile& Entry(int number);
   const OpenFile& Entry(int number) const;
+  size_t CopyThroughBuffer(int from, int to, size_t count);
   [[noreturn]] void Fail(int errno_value, const std::string& path, bool creating = false);
 
   OpenFile files_[kLastNumber + 1];
+  std::vector<std::byte> block_;  // CopyBlock's buffer where the kernel cannot copy
   std::string last_failed_path_;
 };
 
