@@ -266,7 +266,11 @@ std::optional<int> SdlDesktop::ShowPopupMenu(HostedControl& /*control*/,
       case SDL_KEYDOWN: {
         const int16_t key = VirtualKeyFor(event.key.keysym.sym, event.key.keysym.mod & KMOD_NUM);
         const MenuKeyResult result = menu.PressKey(key);
-        if (result.closed) return result.chosen;
+        if (result.closed) {
+          // The key's text belongs to the menu too, not to the control.
+          SDL_FlushEvent(SDL_TEXTINPUT);
+          return result.chosen;
+        }
         break;
       }
       case SDL_WINDOWEVENT:
