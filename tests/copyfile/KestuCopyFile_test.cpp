@@ -63,6 +63,20 @@ TEST(KestuCopyFileCopy, LongerTargetKeepsItsTail) {
   EXPECT_EQ(ReadFile(dir / "dst"), std::string(3000, 'n') + std::string(2000, 'o'));
 }
 
+TEST(KestuCopyFileCopy, SourceThatShrinksReachesItsEndEarly) {
+  TempFolder dir;
+  const std::string data = PatternBytes(25'000);
+  WriteFile(dir / "src", data);
+  CopyFileHarness host;
+  host.Copier().Progress.Connect([&](int16_t percent, int16_t&) {
+    if (percent == 40) fs::resize_file(dir / "src", 15'000);
+  });
+
+  // The second block is counted whole though only 4760 bytes were left.
+  EXPECT_EQ(host.Copy(dir / "src", dir / "dst"), (Events{"Progress(40)", "Progress(81)", "Done"}));
+  EXPECT_EQ(ReadFile(dir / "dst"), data.substr(0, 15'000));
+}
+
 TEST(KestuCopyFileCopy, BlockSizesAndAnInvalidOneAfterBothOpens) {
   TempFolder dir;
   WriteFile(dir / "src", PatternBytes(12'000));

@@ -74,6 +74,27 @@ TEST_F(HostFilesTest, SystemRefusalsBecomeHostErrors) {
   EXPECT_FALSE(files_.IsOpen(1));
 }
 
+TEST_F(HostFilesTest, CopyBlockMovesFromPositionToPosition) {
+  WriteFile(dir_ / "from", "0123456789");
+  WriteFile(dir_ / "to", "abcdefghijklmnop");
+  files_.OpenBinary(1, dir_ / "from");
+  files_.OpenBinary(2, dir_ / "to");
+  std::byte skipped[2];
+  files_.Read(1, skipped);
+  EXPECT_EQ(files_.CopyBlock(1, 2, 4), 4u);
+  EXPECT_EQ(files_.CopyBlock(1, 2, 100), 4u);  // short only at the end of the source
+  EXPECT_TRUE(files_.AtEnd(1));
+  files_.Close(2);
+  EXPECT_EQ(ReadFile(dir_ / "to"), "23456789ijklmnop");
+
+  // A device the kernel cannot copy into still gives the host's error.
+  files_.OpenBinary(3, "/dev/full");
+  files_.Close(1);
+  files_.OpenBinary(1, dir_ / "from");
+  ExpectRuntimeError(
+      err::kDiskFull, [&] { files_.CopyBlock(1, 3, 5); }, "/dev/full");
+}
+
 TEST_F(HostFilesTest, DirNamesExistingFilesOnly) {
   WriteFile(dir_ / "here.txt", "x");
   fs::create_directory(dir_ / "sub");
