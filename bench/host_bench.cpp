@@ -1,0 +1,109 @@
+// The host's own costs: one key through the host to a control and back,
+// and a form of 50 controls composited and encoded as a picture.
+
+#include <benchmark/benchmark.h>
+
+#include "kestu/foundation/ClassInfo.h"
+#include "kestu/host/Host.h"
+#include "kestu/host/HostInput.h"
+#include "kestu/host/Snapshot.h"
+
+namespace kestu {
+namespace {
+
+// A control that only raises its KeyDown event to the container, as every
+// focusable control does before it acts, and draws nothing.
+class KeyEcho : public UserControl {
+ public:
+  static const EventInfo& KeyDownInfo() {
+    static const EventInfo key_down{"KeyDown",
+                                    {{"KeyCode", "Integer", VarType::Integer, true},
+                                     {"Shift", "Integer", VarType::Integer, true}},
+                                    ""};
+    return key_down;
+  }
+  static ClassInfo& Info() {
+    static ClassInfo info = [] {
+      ClassInfo c;
+      c.name = "KeyEcho";
+      c.create = [] { return std::make_unique<KeyEcho>(); };
+      c.events = {&KeyDownInfo()};
+      return c;
+    }();
+    return info;
+  }
+  const ClassInfo& Class() const override { return Info(); }
+
+  KeyEcho() : KeyDown(KeyDownInfo()) {}
+  void UserControl_KeyDown(int16_t& key_code, int16_t& shift) override {
+    (void)RaiseEvent(KeyDown, key_code, shift);
+  }
+
+  Event<int16_t&, int16_t&> KeyDown;
+};
+
+// Sees every event, as the script host's trace does, without printing.
+class CountingObserver : public HostObserver {
+ public:
+  void OnEvent(HostedControl&, const EventInfo&, std::span<EventArgument> arguments) override {
+    count += arguments.size();
+  }
+  size_t count = 0;
+};
+
+void BM_KeyThroughTheHost(benchmark::State& state) {
+  Host host;
+  CountingObserver observer;
+  host.AddObserver(&observer);
+  Form& form = host.CreateForm("Main");
+  HostedControl& control = host.NewControl(form, KeyEcho::Info(), "k");
+  HostInput input(host);
+  for (auto _ : state) {
+    input.KeyDown(control, 65, 0);
+  }
+  benchmark::DoNotOptimize(observer.count);
+  host.RemoveObserver(&observer);
+}
+BENCHMARK(BM_KeyThroughTheHost);
+
+// A 640 x 480 form holding 50 panels of 80 x 40 pixels.
+class FiftyPanels {
+ public:
+  FiftyPanels() : form_(host_.CreateForm("Main", 9600, 7200)) {
+    const ClassInfo* panel = ControlRegistry::Instance().Find("KestuPanel3D");
+    for (int i = 0; i < 50; ++i) {
+      std::string name = "p";
+      name += std::to_string(i);
+      host_.NewControl(form_, *panel, name, TwipsRect{(i % 7) * 1350, (i / 7) * 900, 1200, 600});
+    }
+  }
+  Host& host() { return host_; }
+  Form& form() { return form_; }
+
+ private:
+  Host host_;
+  Form& form_;
+};
+
+void BM_CompositeFormOf50Controls(benchmark::State& state) {
+  FiftyPanels setup;
+  Raster out(0, 0);
+  for (auto _ : state) {
+    RenderForm(setup.host(), setup.form(), out);
+    benchmark::DoNotOptimize(out.Pixels().data());
+  }
+}
+BENCHMARK(BM_CompositeFormOf50Controls)->Unit(benchmark::kMicrosecond);
+
+void BM_EncodeFormOf50ControlsAsPng(benchmark::State& state) {
+  FiftyPanels setup;
+  const Raster out = RenderForm(setup.host(), setup.form());
+  for (auto _ : state) {
+    std::vector<uint8_t> png = out.ToPng();
+    benchmark::DoNotOptimize(png.data());
+  }
+}
+BENCHMARK(BM_EncodeFormOf50ControlsAsPng)->Unit(benchmark::kMicrosecond);
+
+}  // namespace
+}  // namespace kestu
