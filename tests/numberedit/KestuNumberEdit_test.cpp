@@ -125,5 +125,13 @@ TEST_F(NumberEditTest, EnabledReachesTheWindowAtOnce) {
   EXPECT_TRUE(hosted_->WindowEnabled());
 }
 
+TEST_F(NumberEditTest, TerminateDestroysTheCaret) {
+  NewBox();
+  host_.SetFocus(hosted_);
+  ASSERT_TRUE(host_.GetCaret().has_value());
+  host_.RemoveControl(*hosted_);
+  EXPECT_FALSE(host_.GetCaret().has_value());
+}
+
 }  // namespace
 }  // namespace kestu
