@@ -127,7 +127,8 @@ void KestuPanel3D::UserControl_WriteProperties(PropertyBag& bag) {
 }
 
 OLE_COLOR KestuPanel3D::TopLeftColor(int16_t style) const {
-  // An absent bevel is still drawn, in the face colour.
+  // An absent bevel is still drawn, in the face colour. Only None and
+  // Raised are tested: every other value draws lowered, on purpose.
   if (style == KSTPN_None) return back_color_;
   return style == KSTPN_Raised ? light_3d_color_ : shadow_3d_color_;
 }
