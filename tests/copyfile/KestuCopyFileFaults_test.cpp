@@ -12,6 +12,7 @@
 #include <csignal>
 #include <filesystem>
 #include <functional>
+#include <stdexcept>
 #include <string>
 
 #include "copyfile/CopyFileHarness.h"
@@ -50,10 +51,14 @@ Events CopyInChild(const std::string& source, const std::string& target,
   const pid_t pid = ::fork();
   if (pid == 0) {
     ::close(pipe_fds[0]);
-    prepare();
-    CopyFileHarness host;
     std::string report;
-    for (const std::string& event : host.Copy(source, target)) report += event + "\n";
+    try {
+      prepare();
+      CopyFileHarness host;
+      for (const std::string& event : host.Copy(source, target)) report += event + "\n";
+    } catch (const std::exception& e) {
+      report = std::string(e.what()) + "\n";
+    }
     (void)!::write(pipe_fds[1], report.data(), report.size());
     ::_exit(0);
   }
@@ -70,9 +75,13 @@ Events CopyInChild(const std::string& source, const std::string& target,
   return SplitLines(report);
 }
 
+constexpr const char* kCannotDropRoot = "cannot drop root";
+
 void BecomeNobody() {
   if (::getuid() != 0) return;  // already a user that folders can refuse
-  if (::setgid(kNobody) != 0 || ::setuid(kNobody) != 0) ::_exit(3);
+  if (::setgid(kNobody) != 0 || ::setuid(kNobody) != 0) {
+    throw std::runtime_error(kCannotDropRoot);
+  }
 }
 
 // Folders the unprivileged child can enter.
@@ -105,7 +114,9 @@ TEST_F(KestuCopyFileFaults, ReadOnlyTargetFolderIsPermissionDenied) {
   OpenUp(dir_ / "locked", fs::perms::owner_read | fs::perms::owner_exec | fs::perms::group_read |
                               fs::perms::group_exec | fs::perms::others_read |
                               fs::perms::others_exec);
-  EXPECT_EQ(CopyInChild(dir_ / "src", dir_ / "locked/dst", BecomeNobody), (Events{"Error(70)"}));
+  const Events events = CopyInChild(dir_ / "src", dir_ / "locked/dst", BecomeNobody);
+  if (events == Events{kCannotDropRoot}) GTEST_SKIP() << "this sandbox keeps the test root";
+  EXPECT_EQ(events, (Events{"Error(70)"}));
   EXPECT_FALSE(fs::exists(dir_ / "locked/dst"));
   ExpectSourceUntouched();
 }
@@ -137,6 +148,7 @@ TEST_F(KestuCopyFileFaults, SourceThatIsAFolderIsPathFileAccessError) {
 TEST_F(KestuCopyFileFaults, ReadOnlySourceCopiesAndStaysUnchanged) {
   OpenUp(dir_ / "src", fs::perms::owner_read | fs::perms::group_read | fs::perms::others_read);
   const Events events = CopyInChild(dir_ / "src", dir_ / "dst", BecomeNobody);
+  if (events == Events{kCannotDropRoot}) GTEST_SKIP() << "this sandbox keeps the test root";
   ASSERT_FALSE(events.empty());
   EXPECT_EQ(events.back(), "Done");
   EXPECT_EQ(ReadFile(dir_ / "dst"), data_);
