@@ -3,6 +3,7 @@
 #include <SDL.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <stdexcept>
 
 #include "kestu/host/Host.h"
@@ -38,8 +39,15 @@ uint32_t EventWindowId(const SDL_Event& event) {
 
 std::optional<std::string> SdlDesktop::DisplayProblem() {
   if (SDL_WasInit(SDL_INIT_VIDEO)) return std::nullopt;
+  // Without a window system to talk to, SDL would settle for a console or
+  // an invisible driver: that is no display for a user to look at.
+  if (!std::getenv("DISPLAY") && !std::getenv("WAYLAND_DISPLAY")) {
+    return std::string("neither DISPLAY nor WAYLAND_DISPLAY is set");
+  }
   if (SDL_InitSubSystem(SDL_INIT_VIDEO) != 0) return std::string(SDL_GetError());
+  const std::string driver = SDL_GetCurrentVideoDriver();
   SDL_QuitSubSystem(SDL_INIT_VIDEO);
+  if (driver != "x11" && driver != "wayland") return "no window system, only " + driver;
   return std::nullopt;
 }
 
