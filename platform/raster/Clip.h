@@ -1,11 +1,18 @@
 #pragma once
-// Rectangle clipping shared by the raster's primitives and the system text.
+// Coordinates and rectangle clipping shared by the raster's primitives and the system text.
 
 #include <algorithm>
+#include <cstdint>
 
 #include "kestu/foundation/Surface.h"
 
 namespace kestu {
+
+// A coordinate worked out in 64 bits, held at the ends of `int` rather
+// than wrapped.
+inline int Saturate(int64_t value) {
+  return static_cast<int>(std::clamp<int64_t>(value, INT32_MIN, INT32_MAX));
+}
 
 inline bool IsEmpty(const PixelRect& r) {
   return r.right <= r.left || r.bottom <= r.top;

@@ -32,10 +32,6 @@ int NonNegative(int value) {
   return std::max(value, 0);
 }
 
-int Saturate(int64_t value) {
-  return static_cast<int>(std::clamp<int64_t>(value, INT32_MIN, INT32_MAX));
-}
-
 // The rectangle of a `width` x `height` block at (x, y), its far edges
 // held at the largest coordinate rather than wrapping.
 PixelRect BlockAt(int x, int y, int width, int height) {

@@ -37,10 +37,6 @@ int64_t FloorHalf(int64_t value) {
   return value >= 0 ? value / 2 : -((1 - value) / 2);
 }
 
-int Saturate(int64_t value) {
-  return static_cast<int>(std::clamp<int64_t>(value, INT32_MIN, INT32_MAX));
-}
-
 // The first `length` characters of `text` (all of them for a negative
 // length), split into lines at "\n" unless the text is one line.
 std::vector<std::u32string> SplitLines(std::string_view text, int32_t length, bool single_line) {
