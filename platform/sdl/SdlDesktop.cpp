@@ -137,6 +137,12 @@ bool SdlDesktop::RunOnce(int wait_ms) {
 void SdlDesktop::RunDueTimers() {
   const uint64_t now = SDL_GetTicks64();
   if (now >= next_tick_ms_) {
+    // The periodic checks ask where the pointer is (a button's hover ends
+    // when it has left): the pointer may have left every window since the
+    // last move the windows saw.
+    int x = 0, y = 0;
+    SDL_GetGlobalMouseState(&x, &y);
+    host_.SetCursorPos(x, y);
     host_.Tick();
     // A late turn runs the check once, not once per period missed.
     next_tick_ms_ = std::max(next_tick_ms_ + Host::kTickMilliseconds, now + 1);
