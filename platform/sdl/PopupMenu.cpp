@@ -187,7 +187,12 @@ void PopupMenu::DrawItem(int index) {
   const int before = picture_.MeasureText(kMenuFont, shown.text.substr(0, shown.access)).width;
   FontSpec underlined = kMenuFont;
   underlined.underline = true;
-  picture_.DrawText(underlined, shown.text.substr(shown.access, 1), x + before, y, ink,
+  size_t length = 1;  // the whole UTF-8 sequence of the character
+  while (shown.access + length < shown.text.size() &&
+         (static_cast<unsigned char>(shown.text[shown.access + length]) & 0xC0) == 0x80) {
+    ++length;
+  }
+  picture_.DrawText(underlined, shown.text.substr(shown.access, length), x + before, y, ink,
                     RasterOp::CopyPen);
 }
 

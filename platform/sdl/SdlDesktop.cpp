@@ -247,7 +247,13 @@ std::optional<int> SdlDesktop::ShowPopupMenu(HostedControl& /*control*/,
   PopupMenu menu({items.begin(), items.end()});
   int x = 0, y = 0;
   SDL_GetGlobalMouseState(&x, &y);
-  PopupMenuWindow popup(menu, x, y);
+  std::optional<PopupMenuWindow> shown;
+  try {
+    shown.emplace(menu, x, y);
+  } catch (const std::runtime_error&) {
+    return std::nullopt;  // a menu that cannot be shown is a menu dismissed
+  }
+  PopupMenuWindow& popup = *shown;
   // The menu's own loop: the forms keep presenting and blinking, their
   // input goes to the menu, and a press anywhere else dismisses it.
   SDL_Event event;
