@@ -94,15 +94,6 @@ TEST_F(PanelTest, AbsentOuterBevelVanishesIntoTheFace) {
   EXPECT_EQ(Pixel(5, 5), kGrey);  // the inner bevel stays
 }
 
-TEST_F(PanelTest, AbsentBevelTakesTheFaceColourAsItIsNow) {
-  KestuPanel3D& panel = NewPanel();
-  panel.SetBorderIn(KSTPN_None);
-  panel.SetBackColor(0x0000FF);  // pure red
-  EXPECT_EQ(Pixel(5, 5), 0xFF0000u);
-  EXPECT_EQ(Pixel(154, 74), 0xFF0000u);
-  EXPECT_EQ(Pixel(0, 0), kWhite);
-}
-
 TEST_F(PanelTest, ZeroBorderWidthLetsTheInnerBevelWin) {
   KestuPanel3D& panel = NewPanel();
   panel.SetBorderWidth(0);
@@ -178,10 +169,6 @@ TEST_F(PanelTest, PixelsAreCountedOnTheirOwnAxis) {
   EXPECT_EQ(recorder_.Take()[6], "Line (24,40)-(1164,40) 0x80000010");
 }
 
-TEST_F(PanelTest, FaceStartsAsTheSurfaceBackground) {
-  EXPECT_EQ(NewPanel().BackColor(), syscolor::kButtonFace);
-}
-
 TEST_F(PanelTest, SavesEveryKeyInItsOrder) {
   NewPanel();
   const PropertyBag bag = Save();
@@ -216,17 +203,6 @@ TEST_F(PanelTest, ReadsBorderInBeforeBorderOutAndLoadsNothingOfABadBag) {
   ExpectRuntimeError(
       err::kOverflow, [&] { LoadPanel(bag); }, "BorderIn");
   EXPECT_EQ(form_.FindControl("p1"), nullptr);
-}
-
-TEST_F(PanelTest, SaveAndLoadRoundTrip) {
-  KestuPanel3D& panel = NewPanel();
-  panel.SetBorderIn(KSTPN_None);
-  panel.SetShadow3DColor(0x123456);
-  panel.SetBorderWidth(-4);
-  const PropertyBag saved = Save();
-  host_.RemoveControl(*hosted_);
-  LoadPanel(saved);
-  EXPECT_EQ(Save(), saved);
 }
 
 TEST_F(PanelTest, PublishesItsInterface) {
