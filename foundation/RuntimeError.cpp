@@ -35,6 +35,8 @@ constexpr ErrorEntry kErrorTable[] = {
     {err::kPathNotFound, "Path not found"},
     {err::kInvalidUseOfNull, "Invalid use of Null"},
     {err::kInvalidPropertyValue, "Invalid property value"},
+    {err::kPropertyReadOnly, "Property is read-only"},
+    {err::kPropertyWriteOnly, "Property is write-only"},
     {err::kObjectRequired, "Object required"},
     {err::kNotSupported, "Object doesn't support this property or method"},
     {err::kWrongArguments, "Wrong number of arguments or invalid property assignment"},
