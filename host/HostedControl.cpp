@@ -11,9 +11,6 @@ namespace kestu {
 
 namespace {
 
-// The host's number for assigning a property that can only be read.
-constexpr int kReadOnlyProperty = 383;
-
 int TwipsFrom(const Variant& value) {
   return CLng(value.ToDouble());
 }
@@ -60,8 +57,10 @@ void HostedControl::Dock(const TwipsRect& rect) {
 }
 
 PixelRect HostedControl::PixelBoundsOnForm() const {
-  const int left = TwipsToPixels(left_, twips_per_pixel_x_);
-  const int top = TwipsToPixels(top_, twips_per_pixel_y_);
+  // The place is on the form's pixel grid; the size is the control's own
+  // (they differ only when the screen changed between the two).
+  const int left = TwipsToPixels(left_, form_->TwipsPerPixelX());
+  const int top = TwipsToPixels(top_, form_->TwipsPerPixelY());
   return {left, top, left + raster_.Width(), top + raster_.Height()};
 }
 
@@ -111,7 +110,7 @@ Variant HostedControl::GetExtender(std::string_view name) const {
 
 void HostedControl::SetExtender(std::string_view name, const Variant& value) {
   if (SameName(name, "Name")) {
-    throw RuntimeError(kReadOnlyProperty, "Name");
+    throw RuntimeError(err::kPropertyReadOnly, "Name");
   } else if (SameName(name, "Left")) {
     Move(TwipsFrom(value), top_);
     if (align_ != align::kNone) form_->DockControls();

@@ -1,6 +1,7 @@
 #include "host/ScriptCommands.h"
 
 #include <array>
+#include <cctype>
 #include <cstdio>
 
 #include "foundation/VariantJson.h"
@@ -17,10 +18,6 @@
 namespace kestu {
 
 namespace {
-
-// The host's numbers for a property that can only be read or only written.
-constexpr int kReadOnlyProperty = 383;
-constexpr int kWriteOnlyProperty = 394;
 
 // The extender's properties, as the host names them.
 constexpr std::array<std::string_view, 9> kExtenderProperties = {
@@ -127,6 +124,15 @@ std::string ScriptCommands::FileName(ScriptLexer& in) {
   return token->text;
 }
 
+Token ScriptCommands::NewName(ScriptLexer& in, const char* what) {
+  const Token name = Word(in, what);
+  bool valid = std::isalpha(static_cast<unsigned char>(name.text[0])) != 0;
+  for (char c : name.text)
+    valid = valid && (std::isalnum(static_cast<unsigned char>(c)) || c == '_');
+  if (!valid) throw ScriptError("'" + name.text + "' is not a name");
+  return name;
+}
+
 HostedControl* ScriptCommands::FindControl(std::string_view name) const {
   return host_.FindControl(name, host_.FindForm(current_form_));
 }
@@ -182,7 +188,7 @@ void ScriptCommands::Screen(ScriptLexer& in) {
 }
 
 void ScriptCommands::FormCommand(ScriptLexer& in) {
-  const Token name = Word(in, "a form name");
+  const Token name = NewName(in, "a form name");
   const std::vector<ScriptValue> size = Values(in);
   if (!size.empty() && size.size() != 2) throw ScriptError("expected a width and a height");
   Form* form = host_.FindForm(name.text);
@@ -228,7 +234,7 @@ void ScriptCommands::New(ScriptLexer& in) {
   const Token type = Word(in, "a control type");
   const ClassInfo* info = ControlRegistry::Instance().Find(type.text);
   if (!info) throw ScriptError("unknown control type '" + type.text + "'");
-  const Token name = Word(in, "a control name");
+  const Token name = NewName(in, "a control name");
   if (CurrentForm().FindControl(name.text)) {
     throw ScriptError("control '" + name.text + "' already exists");
   }
@@ -241,7 +247,7 @@ void ScriptCommands::Load(ScriptLexer& in) {
   const Token type = Word(in, "a control type");
   const ClassInfo* info = ControlRegistry::Instance().Find(type.text);
   if (!info) throw ScriptError("unknown control type '" + type.text + "'");
-  const Token name = Word(in, "a control name");
+  const Token name = NewName(in, "a control name");
   if (CurrentForm().FindControl(name.text)) {
     throw ScriptError("control '" + name.text + "' already exists");
   }
@@ -292,7 +298,7 @@ void ScriptCommands::Set(ScriptLexer& in) {
   End(in);
   if (HostedControl* control = FindControl(target)) {
     if (const PropertyInfo* property = control->Class().FindProperty(member)) {
-      if (!property->CanWrite()) throw RuntimeError(kReadOnlyProperty, property->name);
+      if (!property->CanWrite()) throw RuntimeError(err::kPropertyReadOnly, property->name);
       property->set(control->Control(), Evaluate(value));
     } else if (const auto extender = Canonical(kExtenderProperties, member)) {
       control->SetExtender(*extender, Evaluate(value));
@@ -332,7 +338,7 @@ void ScriptCommands::Get(ScriptLexer& in) {
   if (HostedControl* control = FindControl(target)) {
     const std::string prefix = control->Name() + ".";
     if (const PropertyInfo* property = control->Class().FindProperty(member)) {
-      if (!property->CanRead()) throw RuntimeError(kWriteOnlyProperty, property->name);
+      if (!property->CanRead()) throw RuntimeError(err::kPropertyWriteOnly, property->name);
       PrintValue(prefix + property->name, property->get(control->Control()), property->type_name);
     } else if (const auto extender = Canonical(kExtenderProperties, member)) {
       PrintValue(prefix + std::string(*extender), control->GetExtender(*extender), {});

@@ -80,6 +80,8 @@ class ScriptCommands {
   // Reading a line.
   Token Word(ScriptLexer& in, const char* what);
   std::string FileName(ScriptLexer& in);
+  // A name for something new: a letter, then letters, digits and "_".
+  Token NewName(ScriptLexer& in, const char* what);
   HostedControl& ControlArgument(ScriptLexer& in);
   // A word "NAME.MEMBER", split at its first point.
   std::pair<std::string, std::string> MemberArgument(ScriptLexer& in, const char* what);

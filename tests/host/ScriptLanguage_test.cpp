@@ -109,8 +109,8 @@ TEST(ScriptProperties, ExtenderReadOnlyAndWriteOnly) {
             "p.Visible = False\n"
             "p.ToolTipText = \"Tip\"\n"
             "p.Name = \"p\"\n"
-            "error 383 Application-defined or object-defined error\n"
-            "error 383 Application-defined or object-defined error\n"
+            "error 383 Property is read-only\n"
+            "error 383 Property is read-only\n"
             "error 380 Invalid property value\n");
 }
 
@@ -162,6 +162,7 @@ INSTANTIATE_TEST_SUITE_P(
                       BadLine{"new Widget w", "unknown control type 'Widget'"},
                       BadLine{"new KestuProbe p", "control 'p' already exists"},
                       BadLine{"new KestuProbe w 1 2", "expected L T W H"},
+                      BadLine{"new KestuProbe a.b", "'a.b' is not a name"},
                       BadLine{"call p.Fly", "unknown method 'Fly' of KestuProbe"},
                       BadLine{"on p.Boom set x=1", "unknown event 'Boom' of KestuProbe"},
                       BadLine{"set p.Data font(\"A\")", "expected ',' and a size"},

@@ -68,6 +68,7 @@ class Host {
   const FontRef& DefaultFont() const { return default_font_; }
 
   // ---- Forms ----
+  // A new form, current and active; it replaces a form of the same name.
   Form& CreateForm(std::string name, int width_twips = kDefaultFormWidth,
                    int height_twips = kDefaultFormHeight);
   // A form that belongs to no one yet: form files build on it, then hand
