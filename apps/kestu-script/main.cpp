@@ -15,7 +15,16 @@ constexpr const char* kUsage =
     "usage: kestu-script [SCRIPT]\n"
     "Runs SCRIPT (standard input when absent or \"-\") against a headless host\n"
     "and prints its trace. Exit status: 0 when the script ran to its end, 2 for\n"
-    "a line it cannot parse or a name it does not know, 1 for a host failure.\n";
+    "a line it cannot parse or a name it does not know, 1 for a host failure.\n"
+    "\n"
+    "Files the script reads (picture(...), load @FILE, openform) are looked for\n"
+    "beside the script first, then in the working folder; files it writes\n"
+    "(saveform, png) go to the working folder.\n"
+    "\n"
+    "Beyond the documented commands: `paint NAME` (UserControl_Paint),\n"
+    "`remove NAME` (Terminate, then off the form), `get Clipboard`, the form's\n"
+    "Caption, Width, Height, BackColor and Font (`set Form1.Width 9000`) and\n"
+    "Modified, and `dblclick NAME [BUTTON [SHIFT [X Y]]]` as for click.\n";
 
 }  // namespace
 
