@@ -28,7 +28,8 @@ std::string LeadingCharacters(std::string_view utf8, int32_t length) {
 
 int32_t HostWindowSystem::CreateCaret(int32_t hwnd, int32_t /*bitmap*/, int32_t width,
                                       int32_t height) {
-  if (!host_.FindWindow(hwnd).control && !host_.FindWindow(hwnd).form) return 0;
+  const Host::WindowRef window = host_.FindWindow(hwnd);
+  if (!window.control && !window.form) return 0;
   // One caret for the whole screen: a new one replaces the old, hidden.
   host_.MutableCaret() = Caret{.hwnd = hwnd, .width = width, .height = height};
   return 1;

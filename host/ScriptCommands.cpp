@@ -489,28 +489,29 @@ void ScriptCommands::Mouse(ScriptLexer& in) {
                Single(values[3]));
 }
 
-void ScriptCommands::Click(ScriptLexer& in) {
+ScriptCommands::Press ScriptCommands::PressArguments(ScriptLexer& in) {
   HostedControl& control = ControlArgument(in);
   const std::vector<ScriptValue> values = Values(in);
   if (values.size() == 3 || values.size() > 4) throw ScriptError("expected [BUTTON [SHIFT [X Y]]]");
-  const int16_t button = values.size() > 0 ? Integer(values[0]) : int16_t{1};
-  const int16_t shift = values.size() > 1 ? Integer(values[1]) : int16_t{0};
+  // The left button, no modifier, at the centre, unless the line says.
   const TwipsRect bounds = control.Bounds();
-  const float x = values.size() > 2 ? Single(values[2]) : static_cast<float>(bounds.width) / 2;
-  const float y = values.size() > 2 ? Single(values[3]) : static_cast<float>(bounds.height) / 2;
-  input_.Click(control, button, shift, x, y);
+  return Press{
+      .control = control,
+      .button = values.size() > 0 ? Integer(values[0]) : int16_t{1},
+      .shift = values.size() > 1 ? Integer(values[1]) : int16_t{0},
+      .x = values.size() > 2 ? Single(values[2]) : static_cast<float>(bounds.width) / 2,
+      .y = values.size() > 2 ? Single(values[3]) : static_cast<float>(bounds.height) / 2,
+  };
+}
+
+void ScriptCommands::Click(ScriptLexer& in) {
+  const Press press = PressArguments(in);
+  input_.Click(press.control, press.button, press.shift, press.x, press.y);
 }
 
 void ScriptCommands::DblClick(ScriptLexer& in) {
-  HostedControl& control = ControlArgument(in);
-  const std::vector<ScriptValue> values = Values(in);
-  if (values.size() == 3 || values.size() > 4) throw ScriptError("expected [BUTTON [SHIFT [X Y]]]");
-  const int16_t button = values.size() > 0 ? Integer(values[0]) : int16_t{1};
-  const int16_t shift = values.size() > 1 ? Integer(values[1]) : int16_t{0};
-  const TwipsRect bounds = control.Bounds();
-  const float x = values.size() > 2 ? Single(values[2]) : static_cast<float>(bounds.width) / 2;
-  const float y = values.size() > 2 ? Single(values[3]) : static_cast<float>(bounds.height) / 2;
-  input_.DblClick(control, button, shift, x, y);
+  const Press press = PressArguments(in);
+  input_.DblClick(press.control, press.button, press.shift, press.x, press.y);
 }
 
 void ScriptCommands::Cursor(ScriptLexer& in) {

@@ -95,6 +95,15 @@ class ScriptCommands {
 
   Form& CurrentForm() const;
   HostedControl* FindControl(std::string_view name) const;
+  // A click's control, button, Shift state and point.
+  struct Press {
+    HostedControl& control;
+    int16_t button;
+    int16_t shift;
+    float x;
+    float y;
+  };
+  Press PressArguments(ScriptLexer& in);
   // The values up to the end of the line.
   std::vector<ScriptValue> Values(ScriptLexer& in);
   // Four values as a place on the form, or nothing for none.
