@@ -1,9 +1,11 @@
 #include "kestu/host/Form.h"
 
 #include <algorithm>
+#include <array>
 
 #include "host/Names.h"
 #include "host/Units.h"
+#include "kestu/foundation/Integer.h"
 #include "kestu/foundation/RuntimeError.h"
 #include "kestu/host/HostedControl.h"
 
@@ -43,6 +45,42 @@ PixelRect Form::ScreenRect() const {
 void Form::MoveOnScreen(int left, int top) {
   screen_left_ = left;
   screen_top_ = top;
+}
+
+std::optional<std::string_view> Form::PropertyName(std::string_view name) {
+  static constexpr std::array<std::string_view, 6> kNames = {"Caption",   "Width", "Height",
+                                                             "BackColor", "Font",  "Modified"};
+  return KnownName(kNames, name);
+}
+
+Variant Form::GetProperty(std::string_view name) const {
+  if (SameName(name, "Caption")) return Variant(caption_);
+  if (SameName(name, "Width")) return Variant(static_cast<float>(width_twips_));
+  if (SameName(name, "Height")) return Variant(static_cast<float>(height_twips_));
+  if (SameName(name, "BackColor")) return Variant(static_cast<int32_t>(back_color_));
+  if (SameName(name, "Font")) return Variant(font_);
+  if (SameName(name, "Modified")) return Variant::Boolean(modified_);
+  throw RuntimeError(err::kNotSupported, std::string(name));
+}
+
+void Form::SetProperty(std::string_view name, const Variant& value) {
+  if (SameName(name, "Caption")) {
+    caption_ = value.ToString();
+  } else if (SameName(name, "Width")) {
+    Resize(CLng(value.ToDouble()), height_twips_);
+  } else if (SameName(name, "Height")) {
+    Resize(width_twips_, CLng(value.ToDouble()));
+  } else if (SameName(name, "BackColor")) {
+    back_color_ = static_cast<OLE_COLOR>(value.ToLong());
+  } else if (SameName(name, "Font")) {
+    FontRef font = value.ToFont();
+    if (!font) throw RuntimeError(err::kInvalidPropertyValue, "Font");
+    font_ = std::move(font);
+  } else if (SameName(name, "Modified")) {
+    throw RuntimeError(err::kPropertyReadOnly, "Modified");
+  } else {
+    throw RuntimeError(err::kNotSupported, std::string(name));
+  }
 }
 
 HostedControl* Form::FindControl(std::string_view name) const {

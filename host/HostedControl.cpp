@@ -1,5 +1,7 @@
 #include "kestu/host/HostedControl.h"
 
+#include <array>
+
 #include "host/Names.h"
 #include "host/Units.h"
 #include "kestu/foundation/Integer.h"
@@ -16,6 +18,18 @@ int TwipsFrom(const Variant& value) {
 }
 
 }  // namespace
+
+std::optional<std::string_view> HostedControl::ExtenderName(std::string_view name) {
+  static constexpr std::array<std::string_view, 9> kNames = {
+      "Name", "Left", "Top", "Width", "Height", "Visible", "TabIndex", "ToolTipText", "Align"};
+  return KnownName(kNames, name);
+}
+
+std::optional<std::string_view> HostedControl::AmbientName(std::string_view name) {
+  static constexpr std::array<std::string_view, 4> kNames = {"UserMode", "DisplayAsDefault", "Font",
+                                                             "DisplayName"};
+  return KnownName(kNames, name);
+}
 
 HostedControl::HostedControl(Host& host, Form& form, const ClassInfo& info, std::string name,
                              const TwipsRect& rect, AmbientValues ambient)
@@ -65,23 +79,18 @@ PixelRect HostedControl::PixelBoundsOnForm() const {
 }
 
 void HostedControl::SetAmbient(std::string_view name, const Variant& value) {
-  std::string property;
-  if (SameName(name, "UserMode")) {
+  const auto property = AmbientName(name);
+  if (!property) throw RuntimeError(err::kNotSupported, std::string(name));
+  if (*property == "UserMode") {
     ambient_.user_mode = value.ToBool();
-    property = "UserMode";
-  } else if (SameName(name, "DisplayAsDefault")) {
+  } else if (*property == "DisplayAsDefault") {
     ambient_.display_as_default = value.ToBool();
-    property = "DisplayAsDefault";
-  } else if (SameName(name, "Font")) {
+  } else if (*property == "Font") {
     ambient_.font = value.ToFont();
-    property = "Font";
-  } else if (SameName(name, "DisplayName")) {
-    ambient_.display_name = value.ToString();
-    property = "DisplayName";
   } else {
-    throw RuntimeError(err::kNotSupported, std::string(name));
+    ambient_.display_name = value.ToString();
   }
-  control_->UserControl_AmbientChanged(property);
+  control_->UserControl_AmbientChanged(std::string(*property));
 }
 
 int HostedControl::ScreenTwipsPerPixelX() const {

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <optional>
 #include <string_view>
 
 namespace kestu {
@@ -13,6 +14,15 @@ inline bool SameName(std::string_view a, std::string_view b) {
            return std::tolower(static_cast<unsigned char>(x)) ==
                   std::tolower(static_cast<unsigned char>(y));
          });
+}
+
+// The entry of `names` that `name` stands for, as the list spells it.
+template <typename Names>
+std::optional<std::string_view> KnownName(const Names& names, std::string_view name) {
+  for (std::string_view known : names) {
+    if (SameName(known, name)) return known;
+  }
+  return std::nullopt;
 }
 
 }  // namespace kestu

@@ -1,6 +1,5 @@
 #include "host/ScriptCommands.h"
 
-#include <array>
 #include <cctype>
 #include <cstdio>
 
@@ -19,14 +18,6 @@ namespace kestu {
 
 namespace {
 
-// The extender's properties, as the host names them.
-constexpr std::array<std::string_view, 9> kExtenderProperties = {
-    "Name", "Left", "Top", "Width", "Height", "Visible", "TabIndex", "ToolTipText", "Align"};
-
-// The ambient properties a script may change.
-constexpr std::array<std::string_view, 4> kAmbientProperties = {"UserMode", "DisplayAsDefault",
-                                                                "Font", "DisplayName"};
-
 // "NAME.MEMBER", split at its first point.
 std::pair<std::string, std::string> SplitMember(const std::string& word, const char* what) {
   const size_t dot = word.find('.');
@@ -34,15 +25,6 @@ std::pair<std::string, std::string> SplitMember(const std::string& word, const c
     throw ScriptError(std::string("expected ") + what);
   }
   return {word.substr(0, dot), word.substr(dot + 1)};
-}
-
-template <size_t N>
-std::optional<std::string_view> Canonical(const std::array<std::string_view, N>& names,
-                                          std::string_view name) {
-  for (std::string_view known : names) {
-    if (SameName(known, name)) return known;
-  }
-  return std::nullopt;
 }
 
 std::string Lower(std::string_view text) {
@@ -221,7 +203,7 @@ void ScriptCommands::Mode(ScriptLexer& in) {
 void ScriptCommands::Ambient(ScriptLexer& in) {
   HostedControl& control = ControlArgument(in);
   const Token property = Word(in, "an ambient property");
-  const auto name = Canonical(kAmbientProperties, property.text);
+  const auto name = HostedControl::AmbientName(property.text);
   if (!name) throw ScriptError("unknown ambient property '" + property.text + "'");
   const ScriptValue value = ValueArgument(in);
   End(in);
@@ -292,80 +274,66 @@ void ScriptCommands::SaveForm(ScriptLexer& in) {
 
 // ---- Properties and methods ----
 
-void ScriptCommands::Set(ScriptLexer& in) {
-  const auto [target, member] = MemberArgument(in, "NAME.PROPERTY");
-  const ScriptValue value = ValueArgument(in);
-  End(in);
+ScriptCommands::PropertyRef ScriptCommands::ResolveProperty(const std::string& target,
+                                                            const std::string& member) const {
+  PropertyRef ref;
   if (HostedControl* control = FindControl(target)) {
-    if (const PropertyInfo* property = control->Class().FindProperty(member)) {
-      if (!property->CanWrite()) throw RuntimeError(err::kPropertyReadOnly, property->name);
-      property->set(control->Control(), Evaluate(value));
-    } else if (const auto extender = Canonical(kExtenderProperties, member)) {
-      control->SetExtender(*extender, Evaluate(value));
+    ref.control = control;
+    if ((ref.property = control->Class().FindProperty(member))) {
+      ref.name = ref.property->name;
+      ref.type_name = ref.property->type_name;
+    } else if (const auto extender = HostedControl::ExtenderName(member)) {
+      ref.name = *extender;
     } else {
       throw ScriptError("unknown property '" + member + "' of " + control->Class().name);
     }
-    return;
+    ref.full_name = control->Name() + "." + std::string(ref.name);
+    return ref;
   }
-  Form* form = host_.FindForm(target);
-  if (!form) throw ScriptError("unknown control '" + target + "'");
-  if (SameName(member, "Caption")) {
-    form->SetCaption(Evaluate(value).ToString());
-  } else if (SameName(member, "Width")) {
-    form->Resize(Long(value), form->HeightTwips());
-  } else if (SameName(member, "Height")) {
-    form->Resize(form->WidthTwips(), Long(value));
-  } else if (SameName(member, "BackColor")) {
-    form->SetBackColor(static_cast<OLE_COLOR>(Long(value)));
-  } else if (SameName(member, "Font")) {
-    const FontRef font = Evaluate(value).ToFont();
-    if (!font) throw RuntimeError(err::kInvalidPropertyValue, "Font");
-    form->SetFont(font);
+  ref.form = host_.FindForm(target);
+  if (!ref.form) throw ScriptError("unknown control '" + target + "'");
+  const auto name = Form::PropertyName(member);
+  if (!name) throw ScriptError("unknown property '" + member + "' of form " + ref.form->Name());
+  ref.name = *name;
+  if (ref.name == "BackColor") ref.type_name = kColorTypeName;
+  ref.full_name = ref.form->Name() + "." + std::string(ref.name);
+  return ref;
+}
+
+void ScriptCommands::Set(ScriptLexer& in) {
+  const auto [target, member] = MemberArgument(in, "NAME.PROPERTY");
+  const PropertyRef ref = ResolveProperty(target, member);
+  const ScriptValue value = ValueArgument(in);
+  End(in);
+  if (ref.property) {
+    if (!ref.property->CanWrite()) throw RuntimeError(err::kPropertyReadOnly, ref.full_name);
+    ref.property->set(ref.control->Control(), Evaluate(value));
+  } else if (ref.control) {
+    ref.control->SetExtender(ref.name, Evaluate(value));
   } else {
-    throw ScriptError("unknown property '" + member + "' of form " + form->Name());
+    ref.form->SetProperty(ref.name, Evaluate(value));
   }
 }
 
 void ScriptCommands::Get(ScriptLexer& in) {
   const Token word = Word(in, "NAME.PROPERTY");
+  End(in);
   if (word.IsWord("Clipboard")) {
-    End(in);
     PrintValue("Clipboard", Variant(host_.ClipboardText()), {});
     return;
   }
   const auto [target, member] = SplitMember(word.text, "NAME.PROPERTY");
-  End(in);
-  if (HostedControl* control = FindControl(target)) {
-    const std::string prefix = control->Name() + ".";
-    if (const PropertyInfo* property = control->Class().FindProperty(member)) {
-      if (!property->CanRead()) throw RuntimeError(err::kPropertyWriteOnly, property->name);
-      PrintValue(prefix + property->name, property->get(control->Control()), property->type_name);
-    } else if (const auto extender = Canonical(kExtenderProperties, member)) {
-      PrintValue(prefix + std::string(*extender), control->GetExtender(*extender), {});
-    } else {
-      throw ScriptError("unknown property '" + member + "' of " + control->Class().name);
-    }
-    return;
-  }
-  Form* form = host_.FindForm(target);
-  if (!form) throw ScriptError("unknown control '" + target + "'");
-  const std::string prefix = form->Name() + ".";
-  if (SameName(member, "Caption")) {
-    PrintValue(prefix + "Caption", Variant(form->Caption()), {});
-  } else if (SameName(member, "Width")) {
-    PrintValue(prefix + "Width", Variant(static_cast<float>(form->WidthTwips())), {});
-  } else if (SameName(member, "Height")) {
-    PrintValue(prefix + "Height", Variant(static_cast<float>(form->HeightTwips())), {});
-  } else if (SameName(member, "BackColor")) {
-    PrintValue(prefix + "BackColor", Variant(static_cast<int32_t>(form->BackColor())),
-               kColorTypeName);
-  } else if (SameName(member, "Font")) {
-    PrintValue(prefix + "Font", Variant(form->Font()), {});
-  } else if (SameName(member, "Modified")) {
-    PrintValue(prefix + "Modified", Variant::Boolean(form->Modified()), {});
+  const PropertyRef ref = ResolveProperty(target, member);
+  Variant value;
+  if (ref.property) {
+    if (!ref.property->CanRead()) throw RuntimeError(err::kPropertyWriteOnly, ref.full_name);
+    value = ref.property->get(ref.control->Control());
+  } else if (ref.control) {
+    value = ref.control->GetExtender(ref.name);
   } else {
-    throw ScriptError("unknown property '" + member + "' of form " + form->Name());
+    value = ref.form->GetProperty(ref.name);
   }
+  PrintValue(ref.full_name, value, ref.type_name);
 }
 
 void ScriptCommands::Call(ScriptLexer& in) {

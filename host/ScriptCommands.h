@@ -95,6 +95,17 @@ class ScriptCommands {
 
   Form& CurrentForm() const;
   HostedControl* FindControl(std::string_view name) const;
+  // A property a line names, found: one of the control's class, else of
+  // its extender, or one of a form.
+  struct PropertyRef {
+    HostedControl* control = nullptr;
+    const PropertyInfo* property = nullptr;  // null for the extender's and the form's
+    Form* form = nullptr;
+    std::string_view name;       // as the owner spells it
+    std::string_view type_name;  // for printing: "OLE_COLOR" prints as a colour
+    std::string full_name;       // "n1.Text"
+  };
+  PropertyRef ResolveProperty(const std::string& target, const std::string& member) const;
   // A click's control, button, Shift state and point.
   struct Press {
     HostedControl& control;

@@ -135,6 +135,19 @@ TEST(ScriptProperties, DockedControlsSpanTheFormAndFollowItsSize) {
             0u);
 }
 
+TEST(ScriptProperties, FormsHaveTheirOwnProperties) {
+  EXPECT_EQ(Trace("set Form1.Caption \"Main\"\nget form1.caption\n"
+                  "set Form1.BackColor 0x80000005\nget Form1.BackColor\n"
+                  "set Form1.Height 1000.5\nget Form1.Height\n"
+                  "get Form1.Font\n"
+                  "set Form1.Modified False\n"),
+            "Form1.Caption = \"Main\"\n"
+            "Form1.BackColor = 0x80000005\n"
+            "Form1.Height = 1000\n"
+            "Form1.Font = font(\"MS Sans Serif\", 8.25)\n"
+            "error 383 Property is read-only\n");
+}
+
 struct BadLine {
   const char* line;
   const char* message;
@@ -169,7 +182,8 @@ INSTANTIATE_TEST_SUITE_P(
                       BadLine{"focus p extra", "unexpected 'extra'"},
                       BadLine{"mouse p sideways 1 0 0 0", "expected down, up or move"},
                       BadLine{"load KestuProbe w {\"a\": 1", "unterminated JSON object"},
-                      BadLine{"activate Form9", "unknown form 'Form9'"}));
+                      BadLine{"activate Form9", "unknown form 'Form9'"},
+                      BadLine{"get Form1.Colour", "unknown property 'Colour' of form Form1"}));
 
 TEST(ScriptRunnerTest, EchoCommentsAndBlankLines) {
   const ScriptResult r = RunScript(

@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,6 +14,7 @@
 #include "kestu/foundation/OleColor.h"
 #include "kestu/foundation/StdFont.h"
 #include "kestu/foundation/Surface.h"
+#include "kestu/foundation/Variant.h"
 
 namespace kestu {
 
@@ -84,6 +86,15 @@ class Form {
 
   bool Modified() const { return modified_; }
   void SetModified(bool modified) { modified_ = modified; }
+
+  // The form's properties by name, for late-bound callers: "Caption",
+  // "Width", "Height" (twips), "BackColor", "Font" and the read-only
+  // "Modified". PropertyName gives the name as the form spells it, or
+  // nothing for a name it does not have (GetProperty and SetProperty raise
+  // 438 for those, and 383 for assigning Modified).
+  static std::optional<std::string_view> PropertyName(std::string_view name);
+  Variant GetProperty(std::string_view name) const;
+  void SetProperty(std::string_view name, const Variant& value);
 
   // Places every docked control (extender `Align`) along its edge, in tab
   // order, each one taking its strip from what the ones before it left.

@@ -59,6 +59,10 @@ class HostedControl final : public ControlSite {
   const Raster& GetRaster() const { return raster_; }
 
   // ---- Extender values ----
+  // An extender property's name as the host spells it ("Name", "Left",
+  // "Top", "Width", "Height", "Visible", "TabIndex", "ToolTipText",
+  // "Align"), or nothing when the extender has no such property.
+  static std::optional<std::string_view> ExtenderName(std::string_view name);
   TwipsRect Bounds() const { return {left_, top_, width_, height_}; }
   void Move(int left_twips, int top_twips);
   bool Visible() const { return visible_; }
@@ -79,6 +83,9 @@ class HostedControl final : public ControlSite {
   void SetWindowEnabled(bool enabled) { window_enabled_ = enabled; }
 
   // ---- Ambient values ----
+  // An ambient property's name as the host spells it ("UserMode",
+  // "DisplayAsDefault", "Font", "DisplayName"), or nothing.
+  static std::optional<std::string_view> AmbientName(std::string_view name);
   const AmbientValues& Ambient() const { return ambient_; }
   // Changes one ambient property ("UserMode", "DisplayAsDefault", "Font",
   // "DisplayName") and tells the control through UserControl_AmbientChanged.
