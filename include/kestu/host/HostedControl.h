@@ -52,8 +52,6 @@ class HostedControl final : public ControlSite {
   UserControl& Control() const { return *control_; }
   const ClassInfo& Class() const { return class_; }
   Form& Owner() const { return *form_; }
-  // Moves the control to another form (form files build off-form first).
-  void SetOwner(Form& form) { form_ = &form; }
   const std::string& Name() const { return name_; }
   Raster& GetRaster() { return raster_; }
   const Raster& GetRaster() const { return raster_; }
