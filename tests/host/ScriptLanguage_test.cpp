@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <fstream>
+
 #include "support/ScriptHarness.h"
 
 namespace kestu {
@@ -146,6 +148,22 @@ TEST(ScriptProperties, FormsHaveTheirOwnProperties) {
             "Form1.Height = 1000\n"
             "Form1.Font = font(\"MS Sans Serif\", 8.25)\n"
             "error 383 Property is read-only\n");
+}
+
+TEST(ScriptFiles, BagsFromFilesAndFilesThatAreMissing) {
+  const std::string bag = ::testing::TempDir() + "probe_bag.json";
+  std::ofstream(bag) << "{\"Caption\": \"from file\"}\n";
+  const std::string trace = Trace("load KestuProbe q @" + bag + " 0 0 600 300\n" +
+                                  "get q.Caption\n"
+                                  "load KestuProbe r @/nonexistent/bag.json\n"
+                                  "openform /nonexistent/form.json\n"
+                                  "type p \"\\u{1F600}\"\n");
+  EXPECT_TRUE(
+      trace.ends_with("q.Caption = \"from file\"\n"
+                      "error 53 File not found\n"
+                      "error 53 File not found\n"
+                      "error 6 Overflow\n"))
+      << trace;
 }
 
 struct BadLine {
