@@ -51,6 +51,19 @@ class FontEngine {
 
   struct Backend;  // fontconfig and FreeType
   using SpecKey = std::tuple<std::string, long, bool, bool>;
+  // Finds a SpecKey from a request holding the family as a string_view,
+  // so a warm look-up copies no string. Both sides compare as views.
+  struct SpecKeyLess {
+    using is_transparent = void;
+    template <typename A, typename B>
+    bool operator()(const A& a, const B& b) const {
+      return AsView(a) < AsView(b);
+    }
+    template <typename K>
+    static std::tuple<std::string_view, long, bool, bool> AsView(const K& key) {
+      return {std::get<0>(key), std::get<1>(key), std::get<2>(key), std::get<3>(key)};
+    }
+  };
   using FontKey = std::tuple<std::filesystem::path, int, long, bool, bool>;
 
   FontFile MatchSystemFont(const std::string& family, bool bold, bool italic);
@@ -59,7 +72,7 @@ class FontEngine {
   std::map<std::string, std::filesystem::path> registered_;  // folded family -> file
   std::map<std::tuple<std::string, bool, bool>, FontFile> files_;
   std::map<FontKey, std::unique_ptr<Font>> fonts_;
-  std::map<SpecKey, Font*, std::less<>> by_spec_;
+  std::map<SpecKey, Font*, SpecKeyLess> by_spec_;
 };
 
 }  // namespace kestu
