@@ -294,33 +294,27 @@ bool Variant::ToBool() const {
   return ToDouble() != 0;
 }
 
+namespace {
+
+// A value asked for as an object: Empty and Nothing read as no object at
+// all (an absent optional value), Null is error 94, anything else 13.
+void CheckIsNoObject(VarType type) {
+  if (type == VarType::Null) throw RuntimeError(err::kInvalidUseOfNull);
+  if (type != VarType::Empty && type != VarType::Nothing) throw RuntimeError(err::kTypeMismatch);
+}
+
+}  // namespace
+
 FontRef Variant::ToFont() const {
-  switch (Type()) {
-    case VarType::Font:
-      return std::get<FontRef>(value_);
-    // An absent optional value reads as no object at all.
-    case VarType::Empty:
-    case VarType::Nothing:
-      return nullptr;
-    case VarType::Null:
-      throw RuntimeError(err::kInvalidUseOfNull);
-    default:
-      throw RuntimeError(err::kTypeMismatch);
-  }
+  if (Type() == VarType::Font) return std::get<FontRef>(value_);
+  CheckIsNoObject(Type());
+  return nullptr;
 }
 
 PictureRef Variant::ToPicture() const {
-  switch (Type()) {
-    case VarType::Picture:
-      return std::get<PictureRef>(value_);
-    case VarType::Empty:
-    case VarType::Nothing:
-      return nullptr;
-    case VarType::Null:
-      throw RuntimeError(err::kInvalidUseOfNull);
-    default:
-      throw RuntimeError(err::kTypeMismatch);
-  }
+  if (Type() == VarType::Picture) return std::get<PictureRef>(value_);
+  CheckIsNoObject(Type());
+  return nullptr;
 }
 
 Variant Variant::ConvertTo(VarType type) const {
