@@ -14,18 +14,10 @@ struct EventInfos {
       mouse_up;
 };
 
-ParamInfo IntegerRef(const char* name) {
-  return {name, "Integer", VarType::Integer, true};
-}
-ParamInfo SingleRef(const char* name) {
-  return {name, "Single", VarType::Single, true};
-}
-
 const EventInfos& Events() {
   static const EventInfos infos = [] {
-    const std::vector<ParamInfo> key = {IntegerRef("KeyCode"), IntegerRef("Shift")};
-    const std::vector<ParamInfo> mouse = {IntegerRef("Button"), IntegerRef("Shift"), SingleRef("x"),
-                                          SingleRef("y")};
+    const std::vector<ParamInfo> key = KeyEventParams();
+    const std::vector<ParamInfo> mouse = MouseEventParams();
     return EventInfos{
         {"Click",
          {},
@@ -41,8 +33,7 @@ const EventInfos& Events() {
         {"KeyDown", key,
          "Occurs when the user presses a key while the box has the focus. [Ocorre quando o "
          "usuário pressiona uma tecla com o foco na caixa.]"},
-        {"KeyPress",
-         {IntegerRef("KeyAscii")},
+        {"KeyPress", KeyPressEventParams(),
          "Occurs when the user presses and releases a character key. [Ocorre quando o usuário "
          "pressiona e solta uma tecla de caractere.]"},
         {"KeyUp", key,

@@ -19,16 +19,12 @@ struct ProbeEvents {
 
 const ProbeEvents& Events() {
   static const ProbeEvents events = [] {
-    const std::vector<ParamInfo> key = {Param("KeyCode", "Integer", VarType::Integer, true),
-                                        Param("Shift", "Integer", VarType::Integer, true)};
-    const std::vector<ParamInfo> mouse = {Param("Button", "Integer", VarType::Integer, true),
-                                          Param("Shift", "Integer", VarType::Integer, true),
-                                          Param("x", "Single", VarType::Single, true),
-                                          Param("y", "Single", VarType::Single, true)};
+    const std::vector<ParamInfo> key = KeyEventParams();
+    const std::vector<ParamInfo> mouse = MouseEventParams();
     return ProbeEvents{
         {"Called", {Param("Procedure", "String", VarType::String, false)}, "A procedure ran."},
         {"KeyDown", key, ""},
-        {"KeyPress", {Param("KeyAscii", "Integer", VarType::Integer, true)}, ""},
+        {"KeyPress", KeyPressEventParams(), ""},
         {"KeyUp", key, ""},
         {"MouseDown", mouse, ""},
         {"MouseMove", mouse, ""},

@@ -33,11 +33,11 @@ struct EventInfo {
 // fit).
 class ArgRef {
  public:
-  ArgRef(int16_t& v) : kind_(Kind::Integer), ptr_(&v) {}      // NOLINT
-  ArgRef(int32_t& v) : kind_(Kind::Long), ptr_(&v) {}         // NOLINT
-  ArgRef(float& v) : kind_(Kind::Single), ptr_(&v) {}         // NOLINT
-  ArgRef(double& v) : kind_(Kind::Double), ptr_(&v) {}        // NOLINT
-  ArgRef(std::string& v) : kind_(Kind::String), ptr_(&v) {}   // NOLINT
+  ArgRef(int16_t& v) : kind_(Kind::Integer), ptr_(&v) {}     // NOLINT
+  ArgRef(int32_t& v) : kind_(Kind::Long), ptr_(&v) {}        // NOLINT
+  ArgRef(float& v) : kind_(Kind::Single), ptr_(&v) {}        // NOLINT
+  ArgRef(double& v) : kind_(Kind::Double), ptr_(&v) {}       // NOLINT
+  ArgRef(std::string& v) : kind_(Kind::String), ptr_(&v) {}  // NOLINT
 
   Variant Get() const;
   void Set(const Variant& value) const;
@@ -108,5 +108,22 @@ class Event {
   const EventInfo* info_;
   std::vector<std::shared_ptr<Entry>> entries_;
 };
+
+// The arguments of the host's standard input events, the same for every
+// control that raises them: all by reference, so a handler may change them
+// before the control acts.
+inline std::vector<ParamInfo> KeyEventParams() {  // KeyDown, KeyUp
+  return {{"KeyCode", "Integer", VarType::Integer, true},
+          {"Shift", "Integer", VarType::Integer, true}};
+}
+inline std::vector<ParamInfo> KeyPressEventParams() {
+  return {{"KeyAscii", "Integer", VarType::Integer, true}};
+}
+inline std::vector<ParamInfo> MouseEventParams() {  // MouseDown, MouseMove, MouseUp
+  return {{"Button", "Integer", VarType::Integer, true},
+          {"Shift", "Integer", VarType::Integer, true},
+          {"x", "Single", VarType::Single, true},
+          {"y", "Single", VarType::Single, true}};
+}
 
 }  // namespace kestu
