@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 
 #include "kestu/foundation/RuntimeError.h"
@@ -71,15 +72,15 @@ void HostFiles::OpenBinary(int number, const std::string& path) {
     }
     if (fd < 0) Fail(refused, path, /*creating=*/true);
   }
-  files_[number] = OpenFile{fd, path};
+  files_[number] = OpenFile{fd, path};  // the table owns it before the look-up can fail
+  files_[number].known_length = LookUpLength(files_[number]);
 }
 
 bool HostFiles::IsOpen(int number) const {
   return number >= kFirstNumber && number <= kLastNumber && files_[number].fd >= 0;
 }
 
-int64_t HostFiles::Length(int number) const {
-  const OpenFile& file = Entry(number);
+int64_t HostFiles::LookUpLength(const OpenFile& file) const {
   struct stat info {};
   if (::fstat(file.fd, &info) != 0) {
     throw ErrorFromErrno(errno, file.path);
@@ -87,15 +88,31 @@ int64_t HostFiles::Length(int number) const {
   return static_cast<int64_t>(info.st_size);
 }
 
+int64_t HostFiles::Length(int number) const {
+  OpenFile& file = const_cast<HostFiles*>(this)->Entry(number);
+  file.known_length = LookUpLength(file);
+  return file.known_length;
+}
+
+// Asked once per block of a copy, so the length is looked up only where the
+// answer could be "at the end": before that point a file can only have
+// grown, or have shrunk under us, which the next short read notices.
 bool HostFiles::AtEnd(int number) const {
   const OpenFile& file = Entry(number);
-  const off_t position = ::lseek(file.fd, 0, SEEK_CUR);
-  if (position < 0) throw ErrorFromErrno(errno, file.path);
-  return position >= Length(number);
+  if (file.position < file.known_length) return false;
+  return file.position >= Length(number);
+}
+
+void HostFiles::Advance(OpenFile& file, size_t count) {
+  file.position += static_cast<int64_t>(count);
+}
+
+void HostFiles::AfterShortRead(OpenFile& file) const {
+  file.known_length = LookUpLength(file);
 }
 
 size_t HostFiles::Read(int number, std::span<std::byte> buffer) {
-  const OpenFile& file = Entry(number);
+  OpenFile& file = Entry(number);
   size_t done = 0;
   while (done < buffer.size()) {
     const ssize_t got = ::read(file.fd, buffer.data() + done, buffer.size() - done);
@@ -104,11 +121,13 @@ size_t HostFiles::Read(int number, std::span<std::byte> buffer) {
     if (got == 0) break;  // the end of a file that shrank under us
     done += static_cast<size_t>(got);
   }
+  Advance(file, done);
+  if (done < buffer.size()) AfterShortRead(file);
   return done;
 }
 
 void HostFiles::Write(int number, std::span<const std::byte> data) {
-  const OpenFile& file = Entry(number);
+  OpenFile& file = Entry(number);
   size_t done = 0;
   while (done < data.size()) {
     const ssize_t put = ::write(file.fd, data.data() + done, data.size() - done);
@@ -122,12 +141,14 @@ void HostFiles::Write(int number, std::span<const std::byte> data) {
     if (put < 0) Fail(errno, file.path);
     if (put == 0) Fail(ENOSPC, file.path);  // a device that takes nothing more is full
     done += static_cast<size_t>(put);
+    Advance(file, static_cast<size_t>(put));
   }
+  file.known_length = std::max(file.known_length, file.position);
 }
 
 size_t HostFiles::CopyBlock(int from, int to, size_t count) {
-  const OpenFile& source = Entry(from);
-  const OpenFile& target = Entry(to);
+  OpenFile& source = Entry(from);
+  OpenFile& target = Entry(to);
   size_t done = 0;
   while (done < count) {
     const ssize_t moved =
@@ -142,7 +163,12 @@ size_t HostFiles::CopyBlock(int from, int to, size_t count) {
     if (moved < 0) return done + CopyThroughBuffer(from, to, count - done);
     if (moved == 0) break;  // the end of a source that shrank
     done += static_cast<size_t>(moved);
+    // The kernel moves both descriptors' positions, as a Get and a Put do.
+    Advance(source, static_cast<size_t>(moved));
+    Advance(target, static_cast<size_t>(moved));
+    target.known_length = std::max(target.known_length, target.position);
   }
+  if (done < count) AfterShortRead(source);
   return done;
 }
 

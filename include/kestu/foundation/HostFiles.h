@@ -78,9 +78,14 @@ class HostFiles {
   void ClearLastFailure() { last_failed_path_.clear(); }
 
  private:
+  // The position is the table's own count: every move of it goes through
+  // this class, so no system call is needed to know it. `known_length` is
+  // the length last seen, raised by our own writes.
   struct OpenFile {
     int fd = -1;
     std::string path;
+    int64_t position = 0;
+    int64_t known_length = 0;
   };
 
   HostFiles() = default;
@@ -89,6 +94,9 @@ class HostFiles {
   OpenFile& Entry(int number);
   const OpenFile& Entry(int number) const;
   size_t CopyThroughBuffer(int from, int to, size_t count);
+  int64_t LookUpLength(const OpenFile& file) const;
+  static void Advance(OpenFile& file, size_t count);
+  void AfterShortRead(OpenFile& file) const;
   [[noreturn]] void Fail(int errno_value, const std::string& path, bool creating = false);
 
   OpenFile files_[kLastNumber + 1];
