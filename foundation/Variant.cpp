@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cfloat>
+#include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -357,13 +358,28 @@ double Val(std::string_view text) {
   return ScanNumber(compact).value + 0.0;
 }
 
+namespace {
+
+constexpr double kPowersOfTen[] = {1e0, 1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,
+                                   1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15, 1e16, 1e17};
+
+}  // namespace
+
 std::string FormatDouble(double value, int significant_digits) {
   if (!std::isfinite(value)) return NonFiniteText(value);
   if (value == 0) return "0";
 
+  const int digits_kept = std::clamp(significant_digits, 1, 17);
+  // Whole numbers short enough to keep every digit are most of what is
+  // shown (counts, percentages) and print as they are.
+  if (std::trunc(value) == value && std::fabs(value) < kPowersOfTen[digits_kept]) {
+    char whole[24];
+    const auto end = std::to_chars(whole, whole + sizeof whole, static_cast<int64_t>(value)).ptr;
+    return std::string(whole, end);
+  }
+
   // Round to the significant digits first; the layout depends on the
   // rounded exponent (999999999999999.9 becomes 1E+15).
-  const int digits_kept = std::clamp(significant_digits, 1, 17);
   char scientific[64];
   std::snprintf(scientific, sizeof scientific, "%.*e", digits_kept - 1, value);
   const std::string_view text(scientific);

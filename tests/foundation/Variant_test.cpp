@@ -210,6 +210,7 @@ TEST(FormatDouble, WritesTheHostsShortestForm) {
            {-1e100, "-1E+100"},
            {1e-300, "1E-300"},
            {100, "100"},
+           {-9999, "-9999"},
            {0.1 + 0.2, "0.3"},
        }) {
     EXPECT_EQ(FormatDouble(c.value), c.text) << c.value;
