@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <optional>
 #include <system_error>
 
 #include "kestu/foundation/RuntimeError.h"
@@ -29,6 +30,17 @@ constexpr const char* kCoverageFamily = "DejaVu Sans";
 constexpr std::array<const char*, 2> kLastResortFiles{
     "/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf",
     "/usr/share/fonts/truetype/liberation2/LiberationSans-Regular.ttf"};
+
+// The usual font folders and their caches, without fontconfig's rules. An
+// installed family is found here just as the full configuration finds it,
+// since its rules only rename families and tune rendering (which this
+// engine does its own way).
+constexpr const char* kFontFoldersOnly =
+    "<fontconfig>"
+    "<dir>/usr/share/fonts</dir><dir>/usr/local/share/fonts</dir>"
+    "<dir prefix=\"xdg\">fonts</dir><dir>~/.fonts</dir>"
+    "<cachedir>/var/cache/fontconfig</cachedir><cachedir prefix=\"xdg\">fontconfig</cachedir>"
+    "</fontconfig>";
 
 constexpr double kDefaultPixelSize = 11.0;
 constexpr double kLargestPixelSize = 2048.0;
@@ -58,6 +70,69 @@ FontFile LastResortFile(bool bold, bool italic) {
   return {{}, 0, {}};
 }
 
+enum class Exactly { kFamily, kAnyFamily };
+
+// Family names as fontconfig compares them: case and blanks ignored.
+std::string FamilyKey(std::string_view name) {
+  std::string key = Fold(name);
+  std::erase(key, ' ');
+  return key;
+}
+
+// Whether `match` is an outline font of the family asked for, under any of
+// its names.
+bool IsOutlineOfFamily(FcPattern* match, const std::string& family) {
+  FcBool outline = FcFalse;
+  if (FcPatternGetBool(match, FC_OUTLINE, 0, &outline) != FcResultMatch || !outline) return false;
+  const std::string wanted = FamilyKey(family);
+  FcChar8* name = nullptr;
+  for (int i = 0; FcPatternGetString(match, FC_FAMILY, i, &name) == FcResultMatch; ++i) {
+    if (FamilyKey(reinterpret_cast<const char*>(name)) == wanted) return true;
+  }
+  return false;
+}
+
+// The best font of `config` for the request; with Exactly::kFamily, only a
+// font of that very family counts.
+std::optional<FontFile> MatchFont(FcConfig* config, const std::string& family, bool bold,
+                                  bool italic, Exactly exactly) {
+  FcPattern* pattern = config != nullptr ? FcPatternCreate() : nullptr;
+  if (pattern == nullptr) return std::nullopt;
+  if (!family.empty()) {
+    FcPatternAddString(pattern, FC_FAMILY, reinterpret_cast<const FcChar8*>(family.c_str()));
+  }
+  FcPatternAddInteger(pattern, FC_WEIGHT, bold ? FC_WEIGHT_BOLD : FC_WEIGHT_REGULAR);
+  FcPatternAddInteger(pattern, FC_SLANT, italic ? FC_SLANT_ITALIC : FC_SLANT_ROMAN);
+  FcPatternAddBool(pattern, FC_SCALABLE, FcTrue);
+  FcConfigSubstitute(config, pattern, FcMatchPattern);
+  FcDefaultSubstitute(pattern);
+  FcResult result = FcResultNoMatch;
+  FcPattern* match = FcFontMatch(config, pattern, &result);
+  FcPatternDestroy(pattern);
+  if (match == nullptr) return std::nullopt;
+
+  FontFile file;
+  FcChar8* path = nullptr;
+  int index = 0;
+  int weight = FC_WEIGHT_REGULAR;
+  int slant = FC_SLANT_ROMAN;
+  if (FcPatternGetString(match, FC_FILE, 0, &path) == FcResultMatch) {
+    file.path = reinterpret_cast<const char*>(path);
+  }
+  FcPatternGetInteger(match, FC_INDEX, 0, &index);
+  FcPatternGetInteger(match, FC_WEIGHT, 0, &weight);
+  FcPatternGetInteger(match, FC_SLANT, 0, &slant);
+  const bool wanted = exactly == Exactly::kAnyFamily || IsOutlineOfFamily(match, family);
+  FcPatternDestroy(match);
+  if (file.path.empty() || !wanted) return std::nullopt;
+
+  // A family without a bold or italic face is emboldened or sheared.
+  file.index = index;
+  file.synthetic.bold = bold && weight < FC_WEIGHT_DEMIBOLD;
+  file.synthetic.oblique = italic && slant == FC_SLANT_ROMAN;
+  return file;
+}
+
 }  // namespace
 
 // The libraries' side: fontconfig's configuration, loaded once and owned
@@ -66,12 +141,14 @@ FontFile LastResortFile(bool bold, bool italic) {
 struct FontEngine::Backend {
   using Key = std::tuple<std::filesystem::path, int, long>;
 
-  FcConfig* config = nullptr;
+  FcConfig* folders_only = nullptr;
+  FcConfig* system = nullptr;  // loaded on first need
+  bool system_loaded = false;
   FT_Library library = nullptr;
   std::map<Key, FT_Face> open;
   std::filesystem::path coverage_file;
 
-  Backend() : config(FcInitLoadConfigAndFonts()) {
+  Backend() : folders_only(LoadFoldersOnly()) {
     if (FT_Init_FreeType(&library) != 0) library = nullptr;
   }
   ~Backend() {
@@ -79,7 +156,30 @@ struct FontEngine::Backend {
       if (face != nullptr) FT_Done_Face(face);
     }
     if (library != nullptr) FT_Done_FreeType(library);
-    if (config != nullptr) FcConfigDestroy(config);
+    if (folders_only != nullptr) FcConfigDestroy(folders_only);
+    if (system != nullptr) FcConfigDestroy(system);
+  }
+
+  // The system's configuration with all its rules: reading them costs a
+  // few milliseconds, so only a request that needs a rule pays for it.
+  FcConfig* System() {
+    if (!system_loaded) {
+      system = FcInitLoadConfigAndFonts();
+      system_loaded = true;
+    }
+    return system;
+  }
+
+  static FcConfig* LoadFoldersOnly() {
+    FcConfig* config = FcConfigCreate();
+    if (config == nullptr) return nullptr;
+    if (!FcConfigParseAndLoadFromMemory(config, reinterpret_cast<const FcChar8*>(kFontFoldersOnly),
+                                        FcFalse) ||
+        !FcConfigBuildFonts(config)) {
+      FcConfigDestroy(config);
+      return nullptr;
+    }
+    return config;
   }
 
   // The face sized to `size` (26.6 pixels); null when the file does not
@@ -160,41 +260,15 @@ void FontEngine::RegisterFamily(std::string_view family, const std::filesystem::
 }
 
 FontFile FontEngine::MatchSystemFont(const std::string& family, bool bold, bool italic) {
-  FcConfig* config = backend_->config;
-  FcPattern* pattern = config != nullptr ? FcPatternCreate() : nullptr;
-  if (pattern == nullptr) return LastResortFile(bold, italic);
   if (!family.empty()) {
-    FcPatternAddString(pattern, FC_FAMILY, reinterpret_cast<const FcChar8*>(family.c_str()));
+    if (auto file = MatchFont(backend_->folders_only, family, bold, italic, Exactly::kFamily)) {
+      return *file;
+    }
   }
-  FcPatternAddInteger(pattern, FC_WEIGHT, bold ? FC_WEIGHT_BOLD : FC_WEIGHT_REGULAR);
-  FcPatternAddInteger(pattern, FC_SLANT, italic ? FC_SLANT_ITALIC : FC_SLANT_ROMAN);
-  FcPatternAddBool(pattern, FC_SCALABLE, FcTrue);
-  FcConfigSubstitute(config, pattern, FcMatchPattern);
-  FcDefaultSubstitute(pattern);
-  FcResult result = FcResultNoMatch;
-  FcPattern* match = FcFontMatch(config, pattern, &result);
-  FcPatternDestroy(pattern);
-  if (match == nullptr) return LastResortFile(bold, italic);
-
-  FontFile file;
-  FcChar8* path = nullptr;
-  int index = 0;
-  int weight = FC_WEIGHT_REGULAR;
-  int slant = FC_SLANT_ROMAN;
-  if (FcPatternGetString(match, FC_FILE, 0, &path) == FcResultMatch) {
-    file.path = reinterpret_cast<const char*>(path);
+  if (auto file = MatchFont(backend_->System(), family, bold, italic, Exactly::kAnyFamily)) {
+    return *file;
   }
-  FcPatternGetInteger(match, FC_INDEX, 0, &index);
-  FcPatternGetInteger(match, FC_WEIGHT, 0, &weight);
-  FcPatternGetInteger(match, FC_SLANT, 0, &slant);
-  FcPatternDestroy(match);
-  if (file.path.empty()) return LastResortFile(bold, italic);
-
-  // A family without a bold or italic face is emboldened or sheared.
-  file.index = index;
-  file.synthetic.bold = bold && weight < FC_WEIGHT_DEMIBOLD;
-  file.synthetic.oblique = italic && slant == FC_SLANT_ROMAN;
-  return file;
+  return LastResortFile(bold, italic);
 }
 
 }  // namespace kestu

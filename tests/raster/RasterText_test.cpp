@@ -206,6 +206,19 @@ TEST(FontEngine, DesktopInterfaceFamiliesDrawWithLiberationSans) {
   }
 }
 
+// Installed families are found by their own names, in any case; names
+// that only the system's font rules know (a metric-compatible alias) still
+// lead where those rules send them.
+TEST(FontEngine, FamiliesResolveByNameOrThroughTheSystemsRules) {
+  FontEngine& engine = FontEngine::Instance();
+  EXPECT_EQ(engine.FileFor("liberation mono", false, false).path.filename(),
+            "LiberationMono-Regular.ttf");
+  EXPECT_EQ(engine.FileFor("DejaVu Sans", true, false).path.filename(), "DejaVuSans-Bold.ttf");
+  EXPECT_EQ(engine.FileFor("Arial", false, false).path.filename(), "LiberationSans-Regular.ttf");
+  EXPECT_EQ(engine.FileFor("Courier New", false, true).path.filename(),
+            "LiberationMono-Italic.ttf");
+}
+
 TEST(FontEngine, AFamilyNothingMatchesFallsBackToAnInstalledFont) {
   const FontFile file = FontEngine::Instance().FileFor("No Such Family 1987", false, false);
   EXPECT_TRUE(std::filesystem::exists(file.path)) << file.path;
