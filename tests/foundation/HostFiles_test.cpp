@@ -51,6 +51,28 @@ TEST_F(HostFilesTest, ReadAdvancesToTheEnd) {
   EXPECT_TRUE(files_.AtEnd(7));
 }
 
+// The end is where the file ends now, not where it ended at the open:
+// growth through another number or another program is seen, and so is a
+// file cut short under the reader (at its next read).
+TEST_F(HostFilesTest, TheEndFollowsTheFileAsItChanges) {
+  WriteFile(dir_ / "f", "abc");
+  files_.OpenBinary(1, dir_ / "f");
+  files_.OpenBinary(2, dir_ / "f");
+  std::byte buffer[3];
+  EXPECT_EQ(files_.Read(1, buffer), 3u);
+  EXPECT_TRUE(files_.AtEnd(1));
+  files_.Write(2, Bytes("ABCDE"));  // the same file, longer now
+  EXPECT_FALSE(files_.AtEnd(1));
+  WriteFile(dir_ / "f", "ABCDEFGH");  // another writer
+  EXPECT_EQ(files_.Read(1, buffer), 3u);
+  EXPECT_EQ(files_.Read(1, buffer), 2u);
+  EXPECT_TRUE(files_.AtEnd(1));
+  fs::resize_file(dir_ / "f", 2);  // cut short behind the second number
+  EXPECT_EQ(files_.Read(2, buffer), 0u);
+  EXPECT_TRUE(files_.AtEnd(2));
+  EXPECT_EQ(files_.Length(2), 2);
+}
+
 TEST_F(HostFilesTest, NumbersAreCheckedAsTheHostDoes) {
   files_.OpenBinary(1, dir_ / "a");
   ExpectRuntimeError(err::kFileAlreadyOpen, [&] { files_.OpenBinary(1, dir_ / "b"); });
