@@ -1,6 +1,7 @@
 #include "kestu/raster/Raster.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cerrno>
 #include <cstdint>
 #include <cstdlib>
@@ -60,7 +61,16 @@ void ApplyToArea(Rgb* pixels, int stride, const PixelRect& area, Rgb pen) {
 Raster::Raster(int width, int height, Rgb fill)
     : width_(NonNegative(width)),
       height_(NonNegative(height)),
-      pixels_(static_cast<size_t>(width_) * height_, fill & 0x00FFFFFFu) {}
+      pixels_(static_cast<size_t>(width_) * height_, fill & 0x00FFFFFFu) {
+  Touch();
+}
+
+// One counter for every raster, so that a stamp names one state of one
+// raster's pixels (and of its copies) and never another's.
+void Raster::Touch() {
+  static std::atomic<uint64_t> last_stamp{0};
+  generation_ = last_stamp.fetch_add(1, std::memory_order_relaxed) + 1;
+}
 
 void Raster::Resize(int width, int height, Rgb fill) {
   Raster resized(width, height, fill);
@@ -74,12 +84,14 @@ Rgb Raster::GetPixel(int x, int y) const {
 }
 
 void Raster::SetPixel(int x, int y, Rgb color, RasterOp op) {
+  Touch();
   if (x < 0 || y < 0 || x >= width_ || y >= height_) return;
   Rgb& pixel = Row(y)[x];
   pixel = ApplyRasterOp(op, color, pixel);
 }
 
 void Raster::FillRect(const PixelRect& rect, Rgb color, RasterOp op) {
+  Touch();
   const PixelRect clipped = Intersect(rect, Bounds());
   if (IsEmpty(clipped)) return;
   // Rows the full width of the raster lie end to end: one run covers them.
@@ -101,6 +113,7 @@ void Raster::FillRect(const PixelRect& rect, Rgb color, RasterOp op) {
 }
 
 void Raster::DrawLine(int x1, int y1, int x2, int y2, Rgb color, RasterOp op) {
+  Touch();
   // The end point is left out, as the host's line does: a line from (0, 0)
   // to (5, 0) covers x = 0..4, and a line to its own start draws nothing.
   if (y1 == y2) {
@@ -167,6 +180,7 @@ void Raster::DrawLine(int x1, int y1, int x2, int y2, Rgb color, RasterOp op) {
 
 void Raster::DrawPicture(const StdPicture& picture, int x, int y, int width, int height,
                          RasterOp op) {
+  Touch();
   const int src_width = picture.WidthPixels();
   const int src_height = picture.HeightPixels();
   if (width <= 0 || height <= 0 || src_width <= 0 || src_height <= 0) return;
@@ -193,6 +207,7 @@ TextExtent Raster::MeasureText(const FontSpec& spec, std::string_view utf8) {
 
 void Raster::DrawText(const FontSpec& spec, std::string_view utf8, int x, int y, Rgb color,
                       RasterOp op) {
+  Touch();
   if (std::abs(x) > kFarOutside || std::abs(y) > kFarOutside) return;
   Font& font = FontEngine::Instance().FontFor(spec);
   const PixelRect bounds = Bounds();
@@ -207,6 +222,7 @@ void Raster::DrawText(const FontSpec& spec, std::string_view utf8, int x, int y,
 }
 
 void Raster::Blit(const Raster& source, int x, int y) {
+  Touch();
   const PixelRect clipped = Intersect(BlockAt(x, y, source.width_, source.height_), Bounds());
   if (IsEmpty(clipped)) return;
   const int count = clipped.right - clipped.left;

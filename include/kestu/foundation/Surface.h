@@ -36,22 +36,38 @@ enum class RasterOp : uint8_t {
 constexpr Rgb ApplyRasterOp(RasterOp op, Rgb pen, Rgb dst) {
   constexpr Rgb kMask = 0x00FFFFFF;
   switch (op) {
-    case RasterOp::Blackness: return 0;
-    case RasterOp::NotMergePen: return ~(pen | dst) & kMask;
-    case RasterOp::MaskNotPen: return (~pen & dst) & kMask;
-    case RasterOp::NotCopyPen: return ~pen & kMask;
-    case RasterOp::MaskPenNot: return (pen & ~dst) & kMask;
-    case RasterOp::Invert: return ~dst & kMask;
-    case RasterOp::XorPen: return (pen ^ dst) & kMask;
-    case RasterOp::NotMaskPen: return ~(pen & dst) & kMask;
-    case RasterOp::MaskPen: return pen & dst & kMask;
-    case RasterOp::NotXorPen: return ~(pen ^ dst) & kMask;
-    case RasterOp::Nop: return dst & kMask;
-    case RasterOp::MergeNotPen: return (~pen | dst) & kMask;
-    case RasterOp::CopyPen: return pen & kMask;
-    case RasterOp::MergePenNot: return (pen | ~dst) & kMask;
-    case RasterOp::MergePen: return (pen | dst) & kMask;
-    case RasterOp::Whiteness: return kMask;
+    case RasterOp::Blackness:
+      return 0;
+    case RasterOp::NotMergePen:
+      return ~(pen | dst) & kMask;
+    case RasterOp::MaskNotPen:
+      return (~pen & dst) & kMask;
+    case RasterOp::NotCopyPen:
+      return ~pen & kMask;
+    case RasterOp::MaskPenNot:
+      return (pen & ~dst) & kMask;
+    case RasterOp::Invert:
+      return ~dst & kMask;
+    case RasterOp::XorPen:
+      return (pen ^ dst) & kMask;
+    case RasterOp::NotMaskPen:
+      return ~(pen & dst) & kMask;
+    case RasterOp::MaskPen:
+      return pen & dst & kMask;
+    case RasterOp::NotXorPen:
+      return ~(pen ^ dst) & kMask;
+    case RasterOp::Nop:
+      return dst & kMask;
+    case RasterOp::MergeNotPen:
+      return (~pen | dst) & kMask;
+    case RasterOp::CopyPen:
+      return pen & kMask;
+    case RasterOp::MergePenNot:
+      return (pen | ~dst) & kMask;
+    case RasterOp::MergePen:
+      return (pen | dst) & kMask;
+    case RasterOp::Whiteness:
+      return kMask;
   }
   return pen & kMask;
 }
@@ -88,6 +104,9 @@ class Surface {
 
   virtual int Width() const = 0;
   virtual int Height() const = 0;
+  // A stamp of the pixels: a new one whenever they may have changed. Two
+  // surfaces share a stamp only when one is a copy of the other.
+  virtual uint64_t Generation() const = 0;
   // New size; the old pixels are kept where they still fit, the rest is
   // filled with `fill`.
   virtual void Resize(int width, int height, Rgb fill) = 0;

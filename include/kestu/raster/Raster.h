@@ -19,6 +19,7 @@ class Raster : public Surface {
 
   int Width() const override { return width_; }
   int Height() const override { return height_; }
+  uint64_t Generation() const override { return generation_; }
   void Resize(int width, int height, Rgb fill) override;
 
   // Outside the raster: black.
@@ -49,10 +50,13 @@ class Raster : public Surface {
   Rgb* Row(int y) { return pixels_.data() + static_cast<size_t>(y) * width_; }
   const Rgb* Row(int y) const { return pixels_.data() + static_cast<size_t>(y) * width_; }
   PixelRect Bounds() const { return {0, 0, width_, height_}; }
+  // Every member that may change a pixel calls this first.
+  void Touch();
 
   int width_ = 0;
   int height_ = 0;
   std::vector<Rgb> pixels_;
+  uint64_t generation_ = 0;
 };
 
 }  // namespace kestu
