@@ -4,6 +4,7 @@
 #include <cmath>
 #include <utility>
 
+#include "foundation/FaceRecording.h"
 #include "kestu/foundation/RuntimeError.h"
 
 namespace kestu {
@@ -19,18 +20,27 @@ const StdFont& FallbackFont() {
 // Twips per unit of a scale mode; `twips_per_pixel` serves the pixel scale.
 double TwipsPerUnit(int16_t mode, int twips_per_pixel, bool vertical) {
   switch (mode) {
-    case scale::kPoints: return 20.0;
-    case scale::kPixels: return twips_per_pixel;
-    case scale::kCharacters: return vertical ? 240.0 : 120.0;
-    case scale::kInches: return 1440.0;
-    case scale::kMillimeters: return 1440.0 / 25.4;
-    case scale::kCentimeters: return 1440.0 / 2.54;
-    default: return 1.0;  // twips, and a user scale that was never defined
+    case scale::kPoints:
+      return 20.0;
+    case scale::kPixels:
+      return twips_per_pixel;
+    case scale::kCharacters:
+      return vertical ? 240.0 : 120.0;
+    case scale::kInches:
+      return 1440.0;
+    case scale::kMillimeters:
+      return 1440.0 / 25.4;
+    case scale::kCentimeters:
+      return 1440.0 / 2.54;
+    default:
+      return 1.0;  // twips, and a user scale that was never defined
   }
 }
 
 // Pixels are whole: a coordinate rounds to the nearest one, halves up.
-int RoundToPixel(double pixels) { return static_cast<int>(std::floor(pixels + 0.5)); }
+int RoundToPixel(double pixels) {
+  return static_cast<int>(std::floor(pixels + 0.5));
+}
 
 }  // namespace
 
@@ -50,8 +60,12 @@ void UserControl::AttachSite(ControlSite* site) {
   }
 }
 
-double UserControl::UnitTwipsX() const { return TwipsPerUnit(scale_mode_, twips_per_pixel_x_, false); }
-double UserControl::UnitTwipsY() const { return TwipsPerUnit(scale_mode_, twips_per_pixel_y_, true); }
+double UserControl::UnitTwipsX() const {
+  return TwipsPerUnit(scale_mode_, twips_per_pixel_x_, false);
+}
+double UserControl::UnitTwipsY() const {
+  return TwipsPerUnit(scale_mode_, twips_per_pixel_y_, true);
+}
 
 int UserControl::ToPixelX(double units) const {
   return RoundToPixel(units * UnitTwipsX() / twips_per_pixel_x_);
@@ -59,10 +73,16 @@ int UserControl::ToPixelX(double units) const {
 int UserControl::ToPixelY(double units) const {
   return RoundToPixel(units * UnitTwipsY() / twips_per_pixel_y_);
 }
-double UserControl::FromPixelX(double pixels) const { return pixels * twips_per_pixel_x_ / UnitTwipsX(); }
-double UserControl::FromPixelY(double pixels) const { return pixels * twips_per_pixel_y_ / UnitTwipsY(); }
+double UserControl::FromPixelX(double pixels) const {
+  return pixels * twips_per_pixel_x_ / UnitTwipsX();
+}
+double UserControl::FromPixelY(double pixels) const {
+  return pixels * twips_per_pixel_y_ / UnitTwipsY();
+}
 
-RasterOp UserControl::Op() const { return static_cast<RasterOp>(draw_mode_); }
+RasterOp UserControl::Op() const {
+  return static_cast<RasterOp>(draw_mode_);
+}
 
 void UserControl::Observe(DrawCall call) {
   if (site_ && site_->ObservesDrawing()) site_->OnDraw(call);
@@ -76,6 +96,19 @@ bool UserControl::RaiseToContainer(const EventInfo& info, std::span<EventArgumen
 }
 
 // ---- Drawing members ----
+
+UserControl::FaceScope::FaceScope(UserControl& control) : control_(control) {
+  if (control_.face_ != nullptr || control_.site_ == nullptr) return;  // already recording
+  if (!control_.face_memo_) control_.face_memo_ = std::make_unique<FaceMemo>();
+  recording_ = std::make_unique<FaceRecording>(control_.site_->GetSurface(), *control_.face_memo_);
+  control_.face_ = recording_.get();
+}
+
+UserControl::FaceScope::~FaceScope() {
+  if (!recording_) return;
+  control_.face_ = nullptr;
+  recording_->Finish();
+}
 
 void UserControl::Cls() {
   Observe({.kind = DrawCall::Kind::Cls});
@@ -94,7 +127,11 @@ void UserControl::Line(float x1, float y1, float x2, float y2) {
 void UserControl::Line(float x1, float y1, float x2, float y2, OLE_COLOR color, LineKind kind) {
   static constexpr DrawCall::Kind kKinds[] = {DrawCall::Kind::Line, DrawCall::Kind::Box,
                                               DrawCall::Kind::FilledBox};
-  Observe({.kind = kKinds[static_cast<int>(kind)], .x1 = x1, .y1 = y1, .x2 = x2, .y2 = y2,
+  Observe({.kind = kKinds[static_cast<int>(kind)],
+           .x1 = x1,
+           .y1 = y1,
+           .x2 = x2,
+           .y2 = y2,
            .color = color});
   Surface& surface = GetSurface();
   const Rgb pen = ResolveColor(color);
@@ -129,8 +166,11 @@ void UserControl::PSet(float x, float y, OLE_COLOR color) {
 }
 
 void UserControl::Print(std::string_view text) {
-  Observe({.kind = DrawCall::Kind::Print, .x1 = current_x_, .y1 = current_y_,
-           .color = fore_color_, .text = std::string(text)});
+  Observe({.kind = DrawCall::Kind::Print,
+           .x1 = current_x_,
+           .y1 = current_y_,
+           .color = fore_color_,
+           .text = std::string(text)});
   Surface& surface = GetSurface();
   const FontSpec font = RenderFont();
   surface.DrawText(font, text, ToPixelX(current_x_), ToPixelY(current_y_),
@@ -143,10 +183,13 @@ void UserControl::PaintPicture(const StdPicture& picture, float x, float y,
   const bool scaled = width.has_value() || height.has_value();
   const int px_width = width ? ToPixelX(*width) : picture.WidthPixels();
   const int px_height = height ? ToPixelY(*height) : picture.HeightPixels();
-  Observe({.kind = DrawCall::Kind::PaintPicture, .x1 = x, .y1 = y,
+  Observe({.kind = DrawCall::Kind::PaintPicture,
+           .x1 = x,
+           .y1 = y,
            .x2 = width.value_or(static_cast<float>(FromPixelX(picture.WidthPixels()))),
            .y2 = height.value_or(static_cast<float>(FromPixelY(picture.HeightPixels()))),
-           .picture_width = picture.WidthPixels(), .picture_height = picture.HeightPixels(),
+           .picture_width = picture.WidthPixels(),
+           .picture_height = picture.HeightPixels(),
            .scaled = scaled});
   GetSurface().DrawPicture(picture, ToPixelX(x), ToPixelY(y), px_width, px_height, Op());
 }
@@ -186,8 +229,12 @@ void UserControl::SetDrawMode(int16_t mode) {
   draw_mode_ = mode;
 }
 
-float UserControl::Width() const { return static_cast<float>(site_->WidthTwips()); }
-float UserControl::Height() const { return static_cast<float>(site_->HeightTwips()); }
+float UserControl::Width() const {
+  return static_cast<float>(site_->WidthTwips());
+}
+float UserControl::Height() const {
+  return static_cast<float>(site_->HeightTwips());
+}
 
 void UserControl::SetWidth(float twips) {
   site_->RequestSize(static_cast<int>(std::lround(twips)), site_->HeightTwips());
@@ -197,19 +244,29 @@ void UserControl::SetHeight(float twips) {
   site_->RequestSize(site_->WidthTwips(), static_cast<int>(std::lround(twips)));
 }
 
-void UserControl::SetFont(FontRef font) { font_ = std::move(font); }
+void UserControl::SetFont(FontRef font) {
+  font_ = std::move(font);
+}
 
-bool UserControl::FontBold() const { return font_ && font_->Bold; }
+bool UserControl::FontBold() const {
+  return font_ && font_->Bold;
+}
 void UserControl::SetFontBold(bool bold) {
   if (font_) font_->Bold = bold;
 }
-bool UserControl::FontUnderline() const { return font_ && font_->Underline; }
+bool UserControl::FontUnderline() const {
+  return font_ && font_->Underline;
+}
 void UserControl::SetFontUnderline(bool underline) {
   if (font_) font_->Underline = underline;
 }
 
-int32_t UserControl::hDC() const { return site_ ? site_->hDC() : 0; }
-int32_t UserControl::hWnd() const { return site_ ? site_->hWnd() : 0; }
+int32_t UserControl::hDC() const {
+  return site_ ? site_->hDC() : 0;
+}
+int32_t UserControl::hWnd() const {
+  return site_ ? site_->hWnd() : 0;
+}
 
 FontSpec UserControl::RenderFont() const {
   const StdFont& font = font_ ? *font_ : FallbackFont();
