@@ -347,17 +347,21 @@ bool KestuCopyFile::DrawProgress(Int32 current) {
   // overflows and the copy stops with error 6.
   const double percent = Int(static_cast<double>(current * Int32(100)) / progress_total_);
 
-  SetDrawMode(kCopyPen);
-  Line(0, 0, Width(), Height(), BackColor(), LineKind::FilledBox);
-  const std::string text = FormatDouble(percent) + "%";
-  SetCurrentX((ScaleWidth() - TextWidth(text)) / 2);
-  SetCurrentY((ScaleHeight() - TextHeight(text)) / 2);
-  Print(text);
-  // Through the not-xor pen the caption's pixels under the bar turn to the
-  // background colour, so it stays readable across the bar's edge.
-  SetDrawMode(kNotXorPen);
-  Line(0, 0, static_cast<float>(ScaleWidth() / 100.0 * percent), Height(), UserControl::ForeColor(),
-       LineKind::FilledBox);
+  // The face is cleared first, so a block that leaves the percentage as it
+  // was finds its face drawn already.
+  DrawFace([&] {
+    SetDrawMode(kCopyPen);
+    Line(0, 0, Width(), Height(), BackColor(), LineKind::FilledBox);
+    const std::string text = FormatDouble(percent) + "%";
+    SetCurrentX((ScaleWidth() - TextWidth(text)) / 2);
+    SetCurrentY((ScaleHeight() - TextHeight(text)) / 2);
+    Print(text);
+    // Through the not-xor pen the caption's pixels under the bar turn to
+    // the background colour, so it stays readable across the bar's edge.
+    SetDrawMode(kNotXorPen);
+    Line(0, 0, static_cast<float>(ScaleWidth() / 100.0 * percent), Height(),
+         UserControl::ForeColor(), LineKind::FilledBox);
+  });
   Refresh();
 
   int16_t current_percent = CInt(percent);
