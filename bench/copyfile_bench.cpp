@@ -1,10 +1,11 @@
 // The file copier against the system's ways of copying the same
 // 20,000,000 bytes in the page cache: the control (10240-byte blocks, the
 // bar drawn after every block, hosted headless), the system's cp run as a
-// program, a bare loop of the same blocks, and the one in-kernel copy that
-// cp makes. Every one writes a new file, as cp does (the old one is removed
-// outside the timing); the control also overwriting its last target in
-// place, which it does without truncating. Compare them in one run.
+// program, the same blocks copied with nothing else done, and the one
+// in-kernel copy that cp makes. Every one writes a new file, as cp does
+// (the old one is removed outside the timing); the control also
+// overwriting its last target in place, which it does without
+// truncating. Compare them in one run.
 
 #include <benchmark/benchmark.h>
 #include <fcntl.h>
@@ -102,21 +103,22 @@ void BM_SystemCp(benchmark::State& state) {
 }
 BENCHMARK(BM_SystemCp)->UseRealTime()->Unit(benchmark::kMillisecond);
 
-void BM_BareBlockLoop(benchmark::State& state) {
-  std::vector<char> block(10240);
+// The floor for any copier that puts each 10240-byte block in the file
+// before it reports progress, as the control must: the same in-kernel
+// copy, one block per call, and nothing else.
+void BM_BlockByBlockFloor(benchmark::State& state) {
   for (auto _ : state) {
     RemoveUntimed(state, TargetFile("kestu_copy_bench_loop"));
     const int in = ::open(SourceFile().c_str(), O_RDONLY);
     const int out = ::open(TargetFile("kestu_copy_bench_loop").c_str(), O_WRONLY | O_CREAT, 0644);
-    for (ssize_t got; (got = ::read(in, block.data(), block.size())) > 0;) {
-      if (::write(out, block.data(), static_cast<size_t>(got)) != got) state.SkipWithError("write");
+    while (::copy_file_range(in, nullptr, out, nullptr, 10240, 0) > 0) {
     }
     ::close(in);
     ::close(out);
   }
   state.SetBytesProcessed(static_cast<int64_t>(state.iterations() * kFileBytes));
 }
-BENCHMARK(BM_BareBlockLoop)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_BlockByBlockFloor)->Unit(benchmark::kMillisecond);
 
 // What cp does on Linux: one copy inside the kernel.
 void BM_KernelCopy(benchmark::State& state) {
