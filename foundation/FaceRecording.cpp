@@ -28,45 +28,48 @@ void Replay(const PixelOp& op, Surface& surface) {
 
 }  // namespace
 
-FaceRecording::FaceRecording(Surface& real, FaceMemo& memo) : real_(real), memo_(memo) {}
+void FaceRecording::Begin(Surface& real) {
+  real_ = &real;
+  ops_.clear();
+  through_ = false;
+}
 
 void FaceRecording::Finish() {
   if (through_) return;
   const bool covers = !ops_.empty() && CoversTheSurface(ops_.front());
-  if (covers && ops_ == memo_.ops && real_.Generation() == memo_.generation) return;
-  for (const PixelOp& op : ops_) Replay(op, real_);
-  memo_.ops = std::move(ops_);
-  memo_.generation = covers ? real_.Generation() : 0;
-  ops_.clear();
+  if (covers && ops_ == drawn_ && real_->Generation() == drawn_stamp_) return;
+  for (const PixelOp& op : ops_) Replay(op, *real_);
+  std::swap(ops_, drawn_);
+  drawn_stamp_ = covers ? real_->Generation() : 0;
 }
 
 bool FaceRecording::CoversTheSurface(const PixelOp& first) const {
   const PixelRect& r = first.where;
   return first.kind == PixelOp::Kind::Fill && IgnoresTheDestination(first.op) && r.left <= 0 &&
-         r.top <= 0 && r.right >= real_.Width() && r.bottom >= real_.Height();
+         r.top <= 0 && r.right >= real_->Width() && r.bottom >= real_->Height();
 }
 
 void FaceRecording::Record(PixelOp op) {
-  if (through_) return Replay(op, real_);
+  if (through_) return Replay(op, *real_);
   ops_.push_back(std::move(op));
 }
 
 void FaceRecording::GoThrough() const {
   if (through_) return;
-  for (const PixelOp& op : ops_) Replay(op, real_);
+  for (const PixelOp& op : ops_) Replay(op, *real_);
   ops_.clear();
-  memo_.generation = 0;
+  drawn_stamp_ = 0;
   through_ = true;
 }
 
 void FaceRecording::Resize(int width, int height, Rgb fill) {
   GoThrough();
-  real_.Resize(width, height, fill);
+  real_->Resize(width, height, fill);
 }
 
 Rgb FaceRecording::GetPixel(int x, int y) const {
   GoThrough();
-  return real_.GetPixel(x, y);
+  return real_->GetPixel(x, y);
 }
 
 void FaceRecording::SetPixel(int x, int y, Rgb color, RasterOp op) {
@@ -84,11 +87,11 @@ void FaceRecording::DrawLine(int x1, int y1, int x2, int y2, Rgb color, RasterOp
 void FaceRecording::DrawPicture(const StdPicture& picture, int x, int y, int width, int height,
                                 RasterOp op) {
   GoThrough();
-  real_.DrawPicture(picture, x, y, width, height, op);
+  real_->DrawPicture(picture, x, y, width, height, op);
 }
 
 TextExtent FaceRecording::MeasureText(const FontSpec& font, std::string_view utf8) {
-  return real_.MeasureText(font, utf8);
+  return real_->MeasureText(font, utf8);
 }
 
 void FaceRecording::DrawText(const FontSpec& font, std::string_view utf8, int x, int y, Rgb color,

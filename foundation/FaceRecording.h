@@ -31,25 +31,21 @@ struct PixelOp {
   friend bool operator==(const PixelOp&, const PixelOp&) = default;
 };
 
-// What the last recorded face did, and the stamp its pixels had after.
-struct FaceMemo {
-  std::vector<PixelOp> ops;
-  uint64_t generation = 0;  // 0: no face to compare with
-};
-
 class FaceRecording final : public Surface {
  public:
-  FaceRecording(Surface& real, FaceMemo& memo);
+  FaceRecording() = default;
   FaceRecording(const FaceRecording&) = delete;
   FaceRecording& operator=(const FaceRecording&) = delete;
 
+  // Starts writing down a face bound for `real`.
+  void Begin(Surface& real);
   // Brings the real surface to what was drawn: the operations written
   // down are done, unless the face is known to show their result already.
   void Finish();
 
-  int Width() const override { return real_.Width(); }
-  int Height() const override { return real_.Height(); }
-  uint64_t Generation() const override { return real_.Generation(); }
+  int Width() const override { return real_->Width(); }
+  int Height() const override { return real_->Height(); }
+  uint64_t Generation() const override { return real_->Generation(); }
   void Resize(int width, int height, Rgb fill) override;
   Rgb GetPixel(int x, int y) const override;
   void SetPixel(int x, int y, Rgb color, RasterOp op) override;
@@ -68,9 +64,11 @@ class FaceRecording final : public Surface {
   void GoThrough() const;
   bool CoversTheSurface(const PixelOp& first) const;
 
-  Surface& real_;
-  FaceMemo& memo_;
+  Surface* real_ = nullptr;
+  // This face's operations; both lists keep their room from face to face.
   mutable std::vector<PixelOp> ops_;
+  std::vector<PixelOp> drawn_;        // the operations of the face last drawn
+  mutable uint64_t drawn_stamp_ = 0;  // its pixels' stamp after; 0: none to compare
   mutable bool through_ = false;
 };
 

@@ -99,15 +99,16 @@ bool UserControl::RaiseToContainer(const EventInfo& info, std::span<EventArgumen
 
 UserControl::FaceScope::FaceScope(UserControl& control) : control_(control) {
   if (control_.face_ != nullptr || control_.site_ == nullptr) return;  // already recording
-  if (!control_.face_memo_) control_.face_memo_ = std::make_unique<FaceMemo>();
-  recording_ = std::make_unique<FaceRecording>(control_.site_->GetSurface(), *control_.face_memo_);
-  control_.face_ = recording_.get();
+  if (!control_.face_recording_) control_.face_recording_ = std::make_unique<FaceRecording>();
+  control_.face_recording_->Begin(control_.site_->GetSurface());
+  control_.face_ = control_.face_recording_.get();
+  recording_ = true;
 }
 
 UserControl::FaceScope::~FaceScope() {
   if (!recording_) return;
   control_.face_ = nullptr;
-  recording_->Finish();
+  control_.face_recording_->Finish();
 }
 
 void UserControl::Cls() {

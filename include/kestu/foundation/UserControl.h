@@ -22,7 +22,6 @@
 namespace kestu {
 
 class FaceRecording;
-struct FaceMemo;
 
 class PropertyBag;
 struct ClassInfo;
@@ -217,8 +216,8 @@ class UserControl {
   OLE_COLOR back_color_ = syscolor::kButtonFace;
   FontRef font_;
   bool auto_redraw_ = false;
-  Surface* face_ = nullptr;  // the recording while a face is drawn
-  std::unique_ptr<FaceMemo> face_memo_;
+  Surface* face_ = nullptr;                        // the recording while a face is drawn
+  std::unique_ptr<FaceRecording> face_recording_;  // made at the first face
 };
 
 // Records while alive; brings the surface up to date when finished or
@@ -232,7 +231,7 @@ class UserControl::FaceScope {
 
  private:
   UserControl& control_;
-  std::unique_ptr<FaceRecording> recording_;
+  bool recording_ = false;
 };
 
 template <typename Draw>
