@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <stdexcept>
+#include <string_view>
 
 #include "kestu/host/Host.h"
 #include "kestu/sdl/KeyTable.h"
@@ -58,6 +59,14 @@ SdlDesktop::SdlDesktop(Host& host) : host_(host), router_(host) {
   SDL_SetHint(SDL_HINT_MOUSE_FOCUS_CLICKTHROUGH, "1");
   if (SDL_InitSubSystem(SDL_INIT_VIDEO) != 0) {
     throw std::runtime_error(std::string("no display: ") + SDL_GetError());
+  }
+  // On X a window's pixels go to the server through shared memory, only
+  // the rows that changed, confirmed by one round trip. SDL's default there
+  // is an OpenGL texture of the whole window, sent again on every present
+  // and, on a server without a GPU (Xvfb), drawn by software threads:
+  // milliseconds for a one-line change. Set before the first surface.
+  if (std::string_view(SDL_GetCurrentVideoDriver()) == "x11") {
+    SDL_SetHint(SDL_HINT_FRAMEBUFFER_ACCELERATION, "0");
   }
   SDL_StartTextInput();
   host_.SetDesktop(this);
