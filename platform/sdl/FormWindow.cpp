@@ -61,21 +61,25 @@ void FormWindow::MatchFormSize() {
 
 bool FormWindow::Present(bool caret_lit, const FormOverlay& overlay) {
   MatchFormSize();
+  FormScene scene(host_, form_, caret_lit);
+  RowBand band = whole_ ? RowBand{0, form_.HeightPixels()} : scene.RowsChangedSince(scene_);
+  if (band.Empty()) return false;  // the picture would come out the same: no render at all
   RenderForm(host_, form_, frame_, caret_lit);
   if (overlay) overlay(form_, frame_);
-  const bool resized = shown_.Width() != frame_.Width() || shown_.Height() != frame_.Height();
-  int first = 0;
-  int end = frame_.Height();
-  if (!whole_ && !resized) {
-    while (first < end && SameRow(frame_, shown_, first)) ++first;
-    while (end > first && SameRow(frame_, shown_, end - 1)) --end;
-    if (first == end) return false;
+  // A control that repainted may have drawn what it had: send only the
+  // rows that really differ. Rows outside the band are the same by the
+  // scene, so they are not even compared.
+  const bool same_size = shown_.Width() == frame_.Width() && shown_.Height() == frame_.Height();
+  if (!whole_ && same_size) {
+    while (band.first < band.end && SameRow(frame_, shown_, band.first)) ++band.first;
+    while (band.end > band.first && SameRow(frame_, shown_, band.end - 1)) --band.end;
   }
-  if (!PresentRows(window_, frame_, first, end)) return false;
+  if (!band.Empty() && !PresentRows(window_, frame_, band.first, band.end)) return false;
   whole_ = false;
+  scene_ = std::move(scene);
   // The next frame is rendered whole into the old one: swapping is free.
   std::swap(shown_, frame_);
-  return true;
+  return !band.Empty();
 }
 
 }  // namespace kestu

@@ -1,13 +1,14 @@
 #pragma once
 // One form of the host shown in a real window: the window has the form's
 // caption and client size, follows the form's place on the screen, and
-// shows the form's picture, copying only the rows that changed since the
-// last time.
+// shows the form's picture, rendering it only when what it is made of
+// changed and sending only the rows that differ from what the window shows.
 
 #include <cstdint>
 #include <functional>
 
 #include "kestu/raster/Raster.h"
+#include "kestu/sdl/FormScene.h"
 
 struct SDL_Window;
 
@@ -17,6 +18,8 @@ class Host;
 class Form;
 
 // Drawn over a form's picture before it is shown (the gallery's captions).
+// It draws the same for the same form: a window renders again only when
+// the form's own picture can have changed.
 using FormOverlay = std::function<void(const Form&, Raster&)>;
 
 class FormWindow {
@@ -35,7 +38,7 @@ class FormWindow {
 
   // Renders the form (the caret only when `caret_lit`), draws `overlay`
   // over it, and shows the rows that differ from what the window shows.
-  // False when nothing changed.
+  // False when nothing changed; then nothing is rendered either.
   bool Present(bool caret_lit, const FormOverlay& overlay);
   // The window lost its pixels (exposed): the next Present shows all.
   void Invalidate() { whole_ = true; }
@@ -51,6 +54,7 @@ class FormWindow {
   SDL_Window* window_ = nullptr;
   Raster frame_{0, 0};
   Raster shown_{0, 0};
+  FormScene scene_;  // what `shown_` was rendered from
   bool whole_ = true;
 };
 

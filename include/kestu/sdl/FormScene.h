@@ -1,0 +1,61 @@
+#pragma once
+// What a form's picture is made of, cheaply: the form's size and colour,
+// each visible control's place and the generation of its raster, and the
+// caret's cell. Two scenes of the same form say which rows of the picture
+// can differ, so a window compares and sends only those rows instead of
+// the whole picture.
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+#include "kestu/foundation/Surface.h"
+#include "kestu/raster/Raster.h"
+
+namespace kestu {
+
+class Host;
+class Form;
+
+// Rows [first, end) of a picture; empty when first >= end.
+struct RowBand {
+  int first = 0;
+  int end = 0;
+
+  bool Empty() const { return first >= end; }
+  // Widens the band to take in rows [top, bottom).
+  void Add(int top, int bottom);
+  friend bool operator==(const RowBand&, const RowBand&) = default;
+};
+
+class FormScene {
+ public:
+  // An empty scene: every row differs from it.
+  FormScene() = default;
+  // `form` as RenderForm would draw it now, the caret only when `caret_lit`.
+  FormScene(const Host& host, const Form& form, bool caret_lit);
+
+  // The rows of this scene's picture that can differ from `before`'s: all
+  // of them when the form's size or colour changed or controls came, went,
+  // showed, hid or changed order; else the rows a changed control or the
+  // caret covered before or covers now. Empty when nothing changed.
+  RowBand RowsChangedSince(const FormScene& before) const;
+
+ private:
+  struct Layer {
+    int32_t hwnd = 0;
+    PixelRect bounds;
+    uint64_t generation = 0;
+  };
+
+  bool SameLayout(const FormScene& before) const;
+  void AddRows(RowBand& band, const PixelRect& rect) const;
+
+  int width_ = -1;
+  int height_ = -1;
+  Rgb background_ = 0;
+  std::vector<Layer> layers_;
+  std::optional<PixelRect> caret_;  // the caret's cell on the form, when drawn
+};
+
+}  // namespace kestu

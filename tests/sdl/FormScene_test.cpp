@@ -1,0 +1,82 @@
+#include "kestu/sdl/FormScene.h"
+
+#include <gtest/gtest.h>
+
+#include "kestu/host/Host.h"
+#include "support/ScriptHarness.h"
+
+namespace kestu {
+namespace {
+
+// A 320 x 200 form with two number boxes, "a" on rows 20-40 and "b" on
+// rows 60-80, both 100 pixels wide.
+class FormSceneTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    ASSERT_EQ(RunScriptOn(host_,
+                          "form F 4800 3000\n"
+                          "new KestuNumberEdit a 300 300 1500 315\n"
+                          "new KestuNumberEdit b 300 900 1500 315\n")
+                  .status,
+              0);
+    form_ = host_.FindForm("F");
+  }
+
+  FormScene Scene(bool caret_lit = true) const { return FormScene(host_, *form_, caret_lit); }
+  // The rows `script` makes differ.
+  RowBand RowsChangedBy(std::string_view script) {
+    const FormScene before = Scene();
+    EXPECT_EQ(RunScriptOn(host_, script).status, 0) << script;
+    return Scene().RowsChangedSince(before);
+  }
+
+  Host host_;
+  Form* form_ = nullptr;
+};
+
+TEST_F(FormSceneTest, NothingChangedNothingToSend) {
+  EXPECT_TRUE(Scene().RowsChangedSince(Scene()).Empty());
+  // Without a caret on the form, its blink changes nothing either.
+  EXPECT_TRUE(Scene(false).RowsChangedSince(Scene(true)).Empty());
+  EXPECT_EQ(Scene().RowsChangedSince(FormScene()), (RowBand{0, 200}));
+}
+
+TEST_F(FormSceneTest, AChangedControlIsItsOwnRows) {
+  RunScriptOn(host_, "focus a\n");
+  EXPECT_EQ(RowsChangedBy("type a \"5\"\n"), (RowBand{20, 41}));
+  EXPECT_EQ(RowsChangedBy("set b.Value 7\n"), (RowBand{60, 81}));
+}
+
+TEST_F(FormSceneTest, AMovedControlIsSentWhereItWasAndWhereItIs) {
+  EXPECT_EQ(RowsChangedBy("set b.Top 1500\n"), (RowBand{60, 121}));
+  EXPECT_EQ(RowsChangedBy("set b.Left 600\n"), (RowBand{100, 121}));  // the same rows
+}
+
+TEST_F(FormSceneTest, TheCaretIsItsOwnRowsWhereverItMoves) {
+  RunScriptOn(host_, "focus a\n");
+  const Caret caret = *host_.GetCaret();
+  ASSERT_TRUE(caret.shown);
+  const RowBand cell{20 + caret.y, 20 + caret.y + caret.height};
+  EXPECT_EQ(Scene(false).RowsChangedSince(Scene(true)), cell);
+  EXPECT_EQ(Scene(true).RowsChangedSince(Scene(false)), cell);
+  // Sideways on the same rows is still a change.
+  const FormScene before = Scene();
+  host_.MutableCaret()->x += 3;
+  EXPECT_EQ(Scene().RowsChangedSince(before), cell);
+}
+
+TEST_F(FormSceneTest, ControlsComingGoingOrHidingAndTheFormsColourAreTheWholeForm) {
+  const RowBand whole{0, 200};
+  EXPECT_EQ(RowsChangedBy("set a.Visible False\n"), whole);
+  EXPECT_EQ(RowsChangedBy("set a.Visible True\n"), whole);
+  FormScene before = Scene();
+  host_.NewControl(*form_, *ControlRegistry::Instance().Find("KestuPanel3D"), "p",
+                   TwipsRect{3000, 300, 1200, 600});
+  EXPECT_EQ(Scene().RowsChangedSince(before), whole);
+  before = Scene();
+  form_->SetBackColor(0x00FF0000);
+  EXPECT_EQ(Scene().RowsChangedSince(before), whole);
+}
+
+}  // namespace
+}  // namespace kestu
