@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <limits>
 #include <stdexcept>
 #include <string_view>
 
@@ -52,7 +53,8 @@ std::optional<std::string> SdlDesktop::DisplayProblem() {
   return std::nullopt;
 }
 
-SdlDesktop::SdlDesktop(Host& host) : host_(host), router_(host) {
+SdlDesktop::SdlDesktop(Host& host, Clock clock)
+    : host_(host), clock_(clock ? std::move(clock) : Clock(SDL_GetTicks64)), router_(host) {
   // A form is an ordinary window: the screensaver still runs, and the
   // first click on an inactive window is still a click.
   SDL_SetHint(SDL_HINT_VIDEO_ALLOW_SCREENSAVER, "1");
@@ -70,7 +72,7 @@ SdlDesktop::SdlDesktop(Host& host) : host_(host), router_(host) {
   }
   SDL_StartTextInput();
   host_.SetDesktop(this);
-  const uint64_t now = SDL_GetTicks64();
+  const uint64_t now = clock_();
   next_tick_ms_ = now + Host::kTickMilliseconds;
   next_blink_ms_ = now + kCaretBlinkMilliseconds;
   SyncWindows();
@@ -123,17 +125,16 @@ void SdlDesktop::Run() {
 }
 
 int SdlDesktop::MillisecondsToNextTimer() const {
-  const uint64_t now = SDL_GetTicks64();
+  const uint64_t now = clock_();
   const uint64_t next = std::min(next_tick_ms_, next_blink_ms_);
   return next <= now ? 0 : static_cast<int>(next - now);
 }
 
 bool SdlDesktop::RunOnce(int wait_ms) {
-  SDL_Event event;
-  if (SDL_WaitEventTimeout(&event, std::max(0, std::min(wait_ms, MillisecondsToNextTimer())))) {
+  HandleInput(wait_ms, [this](const SDL_Event& event) {
     Dispatch(event);
-    while (!quit_ && SDL_PollEvent(&event)) Dispatch(event);
-  }
+    return !quit_;
+  });
   if (quit_) {
     while (!host_.Forms().empty()) host_.CloseForm(*host_.Forms().back());
   }
@@ -143,8 +144,17 @@ bool SdlDesktop::RunOnce(int wait_ms) {
   return !host_.Forms().empty();
 }
 
+void SdlDesktop::HandleInput(int wait_ms, const std::function<bool(const SDL_Event&)>& handle) {
+  SDL_Event event;
+  if (!SDL_WaitEventTimeout(&event, std::clamp(wait_ms, 0, MillisecondsToNextTimer()))) return;
+  do {
+    if (!handle(event)) return;
+    RunDueTimers();
+  } while (SDL_PollEvent(&event));
+}
+
 void SdlDesktop::RunDueTimers() {
-  const uint64_t now = SDL_GetTicks64();
+  const uint64_t now = clock_();
   if (now >= next_tick_ms_) {
     // The periodic checks ask where the pointer is (a button's hover ends
     // when it has left): the pointer may have left every window since the
@@ -164,7 +174,7 @@ void SdlDesktop::RunDueTimers() {
 
 void SdlDesktop::WakeCaret() {
   caret_lit_ = true;
-  next_blink_ms_ = SDL_GetTicks64() + kCaretBlinkMilliseconds;
+  next_blink_ms_ = clock_() + kCaretBlinkMilliseconds;
 }
 
 void SdlDesktop::PresentAll() {
@@ -262,62 +272,75 @@ std::optional<int> SdlDesktop::ShowPopupMenu(HostedControl& /*control*/,
   } catch (const std::runtime_error&) {
     return std::nullopt;  // a menu that cannot be shown is a menu dismissed
   }
-  PopupMenuWindow& popup = *shown;
-  // The menu's own loop: the forms keep presenting and blinking, their
-  // input goes to the menu, and a press anywhere else dismisses it.
-  SDL_Event event;
-  while (true) {
-    if (!SDL_WaitEventTimeout(&event, MillisecondsToNextTimer())) {
-      RunDueTimers();
-      PresentAll();
-      continue;
-    }
-    const bool on_menu = EventWindowId(event) == popup.WindowId();
-    const int highlighted = menu.Highlighted();
-    switch (event.type) {
-      case SDL_QUIT:
-        SDL_PushEvent(&event);  // the main loop closes the forms
-        return std::nullopt;
-      case SDL_MOUSEMOTION:
-        if (on_menu)
-          menu.PointAt(event.motion.x, event.motion.y);
-        else
-          menu.PointAt(-1, -1);
-        break;
-      case SDL_MOUSEBUTTONDOWN:
-        if (!on_menu) return std::nullopt;
-        break;
-      case SDL_MOUSEBUTTONUP:
-        if (on_menu) {
-          if (auto chosen = menu.ChoiceAt(event.button.x, event.button.y)) return chosen;
-        }
-        break;
-      case SDL_KEYDOWN: {
-        const int16_t key = VirtualKeyFor(event.key.keysym.sym, event.key.keysym.mod & KMOD_NUM);
-        const MenuKeyResult result = menu.PressKey(key);
-        if (result.closed) {
-          // The key's text belongs to the menu too, not to the control.
-          SDL_FlushEvent(SDL_TEXTINPUT);
-          return result.chosen;
-        }
-        break;
-      }
-      case SDL_WINDOWEVENT:
-        if (on_menu) {
-          if (event.window.event == SDL_WINDOWEVENT_EXPOSED) popup.Present();
-        } else if (event.window.event == SDL_WINDOWEVENT_FOCUS_LOST) {
-          return std::nullopt;
-        } else if (FormWindow* window = WindowWithId(event.window.windowID);
-                   window && event.window.event == SDL_WINDOWEVENT_EXPOSED) {
-          window->Invalidate();
-        }
-        break;
-      default:
-        break;
-    }
-    if (menu.Highlighted() != highlighted) popup.Present();
+  // The menu's input comes through the desktop's own loop: the timers run
+  // and the forms keep presenting and blinking while it is open.
+  std::optional<int> answer;
+  bool open = true;
+  while (open) {
+    HandleInput(std::numeric_limits<int>::max(), [&](const SDL_Event& event) {
+      open = MenuInput(event, menu, *shown, answer);
+      return open;
+    });
+    RunDueTimers();
     PresentAll();
   }
+  return answer;
+}
+
+bool SdlDesktop::MenuInput(const SDL_Event& event, PopupMenu& menu, PopupMenuWindow& popup,
+                           std::optional<int>& answer) {
+  // The forms' input goes to the menu, and a press anywhere else
+  // dismisses it.
+  const bool on_menu = EventWindowId(event) == popup.WindowId();
+  const int highlighted = menu.Highlighted();
+  switch (event.type) {
+    case SDL_QUIT: {
+      SDL_Event quit = event;
+      SDL_PushEvent(&quit);  // the main loop closes the forms
+      return false;
+    }
+    case SDL_MOUSEMOTION:
+      if (on_menu)
+        menu.PointAt(event.motion.x, event.motion.y);
+      else
+        menu.PointAt(-1, -1);
+      break;
+    case SDL_MOUSEBUTTONDOWN:
+      if (!on_menu) return false;
+      break;
+    case SDL_MOUSEBUTTONUP:
+      if (const auto chosen =
+              on_menu ? menu.ChoiceAt(event.button.x, event.button.y) : std::nullopt) {
+        answer = chosen;
+        return false;
+      }
+      break;
+    case SDL_KEYDOWN: {
+      const int16_t key = VirtualKeyFor(event.key.keysym.sym, event.key.keysym.mod & KMOD_NUM);
+      const MenuKeyResult result = menu.PressKey(key);
+      if (result.closed) {
+        // The key's text belongs to the menu too, not to the control.
+        SDL_FlushEvent(SDL_TEXTINPUT);
+        answer = result.chosen;
+        return false;
+      }
+      break;
+    }
+    case SDL_WINDOWEVENT:
+      if (on_menu) {
+        if (event.window.event == SDL_WINDOWEVENT_EXPOSED) popup.Present();
+      } else if (event.window.event == SDL_WINDOWEVENT_FOCUS_LOST) {
+        return false;
+      } else if (FormWindow* window = WindowWithId(event.window.windowID);
+                 window && event.window.event == SDL_WINDOWEVENT_EXPOSED) {
+        window->Invalidate();
+      }
+      break;
+    default:
+      break;
+  }
+  if (menu.Highlighted() != highlighted) popup.Present();
+  return true;
 }
 
 std::optional<std::string> SdlDesktop::ClipboardText() {

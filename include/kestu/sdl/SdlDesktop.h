@@ -8,9 +8,11 @@
 // One turn of the loop waits for input or the next timer, handles all the
 // input there is, runs the timers that are due and presents each window
 // that changed: at most one present per window per turn, never one per
-// drawing call.
+// drawing call. An open popup menu turns the same loop with its own input
+// rules, so the timers and the caret go on while the user chooses.
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -27,6 +29,8 @@ namespace kestu {
 
 class Host;
 class Form;
+class PopupMenu;
+class PopupMenuWindow;
 
 class SdlDesktop final : public Desktop {
  public:
@@ -36,9 +40,13 @@ class SdlDesktop final : public Desktop {
   // Why there is no display to open windows on, or nothing when there is.
   static std::optional<std::string> DisplayProblem();
 
-  // Opens the display and attaches to `host`. Throws std::runtime_error
-  // when there is no display.
-  explicit SdlDesktop(Host& host);
+  // Milliseconds on a clock that only goes forward; the timers run on it.
+  using Clock = std::function<uint64_t()>;
+
+  // Opens the display and attaches to `host`; the timers run on `clock`
+  // (none: the system's). Throws std::runtime_error when there is no
+  // display.
+  explicit SdlDesktop(Host& host, Clock clock = {});
   ~SdlDesktop() override;
   SdlDesktop(const SdlDesktop&) = delete;
   SdlDesktop& operator=(const SdlDesktop&) = delete;
@@ -69,9 +77,17 @@ class SdlDesktop final : public Desktop {
   void SyncWindows();
   FormWindow* WindowWithId(uint32_t window_id) const;
   Form* FormOf(const FormWindow& window) const;
+  // Waits up to `wait_ms`, and never past the next timer, for input, then
+  // gives `handle` each event there is until it returns false. Due timers
+  // run after every event: a stream of input never holds them up.
+  void HandleInput(int wait_ms, const std::function<bool(const SDL_Event&)>& handle);
   void Dispatch(const SDL_Event& event);
   void DispatchWindowEvent(const SDL_Event& event);
   void DispatchInput(const SDL_Event& event, Form& form);
+  // One event while `menu` is open in `popup`: false once it closed, with
+  // the choice in `answer`.
+  bool MenuInput(const SDL_Event& event, PopupMenu& menu, PopupMenuWindow& popup,
+                 std::optional<int>& answer);
   void RunDueTimers();
   void PresentAll();
   // Lit again and the blink restarted: the caret shows at once after input.
@@ -79,6 +95,7 @@ class SdlDesktop final : public Desktop {
   int MillisecondsToNextTimer() const;
 
   Host& host_;
+  Clock clock_;
   InputRouter router_;
   XBeeper beeper_;
   FormOverlay overlay_;

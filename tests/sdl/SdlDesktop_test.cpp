@@ -1,0 +1,145 @@
+// The desktop on SDL's window-less video driver: real windows, surfaces and
+// event queue, no display. The desktop's clock is the test's: a user's
+// pointer moves reach the desktop 300 ms apart, so time passes as the
+// desktop takes them from the queue, and never by the wall clock.
+
+#include "kestu/sdl/SdlDesktop.h"
+
+#include <SDL.h>
+#include <gtest/gtest.h>
+
+#include <optional>
+
+#include "kestu/host/Host.h"
+#include "kestu/host/Snapshot.h"
+#include "support/ScriptHarness.h"
+
+namespace kestu {
+namespace {
+
+constexpr uint64_t kStartMs = 1000;
+constexpr uint64_t kMoveMs = 300;
+
+class SdlDesktopTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    SDL_SetHintWithPriority(SDL_HINT_VIDEODRIVER, "dummy", SDL_HINT_OVERRIDE);
+    // "a" on rows 20-40 and "b" on rows 60-80 of a 320 x 200 form.
+    ASSERT_EQ(RunScriptOn(host_,
+                          "form F 4800 3000\n"
+                          "new KestuNumberEdit a 300 300 1500 315\n"
+                          "new KestuNumberEdit b 300 900 1500 315\n")
+                  .status,
+              0);
+    form_ = host_.FindForm("F");
+    desktop_.emplace(host_, [this] { return Now(); });
+    desktop_->RunOnce(0);  // the windows' first events and pictures
+  }
+  void TearDown() override {
+    desktop_.reset();
+    SDL_ResetHint(SDL_HINT_VIDEODRIVER);
+  }
+
+  uint64_t Now() const {
+    const int queued = SDL_PeepEvents(nullptr, 0, SDL_PEEKEVENT, SDL_MOUSEMOTION, SDL_MOUSEMOTION);
+    return kStartMs + kMoveMs * static_cast<uint64_t>(moves_pushed_ - queued);
+  }
+
+  uint32_t WindowId() const { return desktop_->WindowOf(*form_)->WindowId(); }
+
+  void PushMove() {
+    SDL_Event event{};
+    event.type = SDL_MOUSEMOTION;
+    event.motion.windowID = WindowId();
+    event.motion.x = 300;
+    event.motion.y = 150;
+    SDL_PushEvent(&event);
+    ++moves_pushed_;
+  }
+
+  void PushKey(SDL_Keycode key, const char* text) {
+    SDL_Event event{};
+    event.type = SDL_KEYDOWN;
+    event.key.windowID = WindowId();
+    event.key.keysym.sym = key;
+    SDL_PushEvent(&event);
+    if (text) {
+      SDL_Event typed{};
+      typed.type = SDL_TEXTINPUT;
+      typed.text.windowID = WindowId();
+      SDL_strlcpy(typed.text.text, text, sizeof(typed.text.text));
+      SDL_PushEvent(&typed);
+    }
+    event.type = SDL_KEYUP;
+    SDL_PushEvent(&event);
+  }
+
+  // What the form's window shows, read from its surface.
+  Raster Shown() const {
+    SDL_Surface* surface = SDL_GetWindowSurface(desktop_->WindowOf(*form_)->Window());
+    Raster shown(surface->w, surface->h);
+    for (int y = 0; y < surface->h; ++y) {
+      const auto* row =
+          reinterpret_cast<const uint32_t*>(static_cast<const uint8_t*>(surface->pixels) +
+                                            static_cast<size_t>(y) * surface->pitch);
+      for (int x = 0; x < surface->w; ++x) {
+        shown.SetPixel(x, y, row[x] & 0x00FFFFFF, RasterOp::CopyPen);
+      }
+    }
+    return shown;
+  }
+
+  ::testing::AssertionResult ShowsTheForm(bool caret_lit = true) const {
+    Raster expected(0, 0);
+    RenderForm(host_, *form_, expected, caret_lit);
+    const Raster shown = Shown();
+    if (std::ranges::equal(shown.Pixels(), expected.Pixels())) {
+      return ::testing::AssertionSuccess();
+    }
+    return ::testing::AssertionFailure() << "the window does not show the form's picture";
+  }
+
+  Host host_;
+  Form* form_ = nullptr;
+  std::optional<SdlDesktop> desktop_;
+  int moves_pushed_ = 0;
+};
+
+TEST_F(SdlDesktopTest, TheWindowShowsTheFormsPictureAfterEveryChange) {
+  ASSERT_EQ(SDL_GetCurrentVideoDriver(), std::string("dummy"));
+  EXPECT_TRUE(ShowsTheForm());
+  RunScriptOn(host_, "focus b\n");
+  PushKey(SDLK_7, "7");
+  desktop_->RunOnce(0);
+  EXPECT_TRUE(ShowsTheForm());
+  // A turn with nothing new presents nothing.
+  const int64_t presents = desktop_->PresentCount();
+  desktop_->RunOnce(0);
+  EXPECT_EQ(desktop_->PresentCount(), presents);
+  for (const char* change : {"set b.Top 1500\n", "set a.Visible False\n", "size b 3000 600\n",
+                             "set b.Left 0\n", "set a.Visible True\n"}) {
+    RunScriptOn(host_, change);
+    desktop_->RunOnce(0);
+    EXPECT_TRUE(ShowsTheForm()) << change;
+  }
+}
+
+TEST_F(SdlDesktopTest, TimersAndTheCaretGoOnWhileAPopupMenuIsOpen) {
+  RunScriptOn(host_, "focus a\n");
+  desktop_->RunOnce(0);
+  const int64_t clock = host_.ClockMilliseconds();
+  // The user moves the pointer twice, 300 ms apart, then leaves the menu
+  // with Escape: the periodic check is due at 250 and 500 ms, the caret's
+  // blink at 530 ms.
+  PushMove();
+  PushMove();
+  PushKey(SDLK_ESCAPE, nullptr);
+  const ScriptResult menu = RunScriptOn(host_, "click a 2\n");
+  ASSERT_NE(menu.out.find("popup a "), std::string::npos);
+  EXPECT_EQ(host_.ClockMilliseconds(), clock + 2 * Host::kTickMilliseconds);
+  EXPECT_TRUE(ShowsTheForm(/*caret_lit=*/false));
+  EXPECT_FALSE(ShowsTheForm(/*caret_lit=*/true));
+}
+
+}  // namespace
+}  // namespace kestu
