@@ -60,7 +60,9 @@ void PushKey(uint32_t window_id, SDL_Keycode key, const char* text) {
 }
 
 // One key stroke (a digit, then Backspace, in turn) from the queue through
-// the box's rules and drawing to the changed rows on the X server.
+// the box's rules and drawing to the changed rows on the X server. A
+// present counts once the window system's put-image request and a round
+// trip behind it came back: the server has drawn the pixels by then.
 void BM_KeyToPresentedFrame(benchmark::State& state) {
   if (SkipWithoutDisplay(state)) return;
   WindowedForm bench;
