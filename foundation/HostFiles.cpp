@@ -73,25 +73,24 @@ void HostFiles::OpenBinary(int number, const std::string& path) {
     if (fd < 0) Fail(refused, path, /*creating=*/true);
   }
   files_[number] = OpenFile{fd, path};  // the table owns it before the look-up can fail
-  files_[number].known_length = LookUpLength(files_[number]);
+  RelearnLength(files_[number]);
 }
 
 bool HostFiles::IsOpen(int number) const {
   return number >= kFirstNumber && number <= kLastNumber && files_[number].fd >= 0;
 }
 
-int64_t HostFiles::LookUpLength(const OpenFile& file) const {
+int64_t HostFiles::RelearnLength(const OpenFile& file) {
   struct stat info {};
   if (::fstat(file.fd, &info) != 0) {
     throw ErrorFromErrno(errno, file.path);
   }
-  return static_cast<int64_t>(info.st_size);
+  file.known_length = static_cast<int64_t>(info.st_size);
+  return file.known_length;
 }
 
 int64_t HostFiles::Length(int number) const {
-  OpenFile& file = const_cast<HostFiles*>(this)->Entry(number);
-  file.known_length = LookUpLength(file);
-  return file.known_length;
+  return RelearnLength(Entry(number));
 }
 
 // Asked once per block of a copy, so the length is looked up only where the
@@ -107,10 +106,6 @@ void HostFiles::Advance(OpenFile& file, size_t count) {
   file.position += static_cast<int64_t>(count);
 }
 
-void HostFiles::AfterShortRead(OpenFile& file) const {
-  file.known_length = LookUpLength(file);
-}
-
 size_t HostFiles::Read(int number, std::span<std::byte> buffer) {
   OpenFile& file = Entry(number);
   size_t done = 0;
@@ -122,7 +117,7 @@ size_t HostFiles::Read(int number, std::span<std::byte> buffer) {
     done += static_cast<size_t>(got);
   }
   Advance(file, done);
-  if (done < buffer.size()) AfterShortRead(file);
+  if (done < buffer.size()) RelearnLength(file);  // cut short under us
   return done;
 }
 
@@ -168,7 +163,7 @@ size_t HostFiles::CopyBlock(int from, int to, size_t count) {
     Advance(target, static_cast<size_t>(moved));
     target.known_length = std::max(target.known_length, target.position);
   }
-  if (done < count) AfterShortRead(source);
+  if (done < count) RelearnLength(source);
   return done;
 }
 

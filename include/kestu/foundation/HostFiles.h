@@ -85,7 +85,7 @@ class HostFiles {
     int fd = -1;
     std::string path;
     int64_t position = 0;
-    int64_t known_length = 0;
+    mutable int64_t known_length = 0;  // a cache: refreshed by const look-ups
   };
 
   HostFiles() = default;
@@ -94,9 +94,9 @@ class HostFiles {
   OpenFile& Entry(int number);
   const OpenFile& Entry(int number) const;
   size_t CopyThroughBuffer(int from, int to, size_t count);
-  int64_t LookUpLength(const OpenFile& file) const;
+  // Asks the system for the file's length and remembers it.
+  static int64_t RelearnLength(const OpenFile& file);
   static void Advance(OpenFile& file, size_t count);
-  void AfterShortRead(OpenFile& file) const;
   [[noreturn]] void Fail(int errno_value, const std::string& path, bool creating = false);
 
   OpenFile files_[kLastNumber + 1];
