@@ -28,7 +28,12 @@ void Replay(const PixelOp& op, Surface& surface) {
 
 }  // namespace
 
+FaceRecording::~FaceRecording() {
+  if (owed_) real_->SettlePending();
+}
+
 void FaceRecording::Begin(Surface& real) {
+  if (owed_ && &real != real_) real_->SettlePending();
   real_ = &real;
   ops_.clear();
   through_ = false;
@@ -37,10 +42,34 @@ void FaceRecording::Begin(Surface& real) {
 void FaceRecording::Finish() {
   if (through_) return;
   const bool covers = !ops_.empty() && CoversTheSurface(ops_.front());
-  if (covers && ops_ == drawn_ && real_->Generation() == drawn_stamp_) return;
+  if (!covers) return DrawNow();
+  if (owed_) {
+    // The face still owed is hidden wholly by this one: it is never drawn.
+    std::swap(ops_, drawn_);
+    return;
+  }
+  if (ops_ == drawn_ && real_->Generation() == drawn_stamp_) return;
+  std::swap(ops_, drawn_);
+  owed_ = true;
+  real_->Defer(*this);
+}
+
+void FaceRecording::DrawNow() {
+  real_->SettlePending();
   for (const PixelOp& op : ops_) Replay(op, *real_);
   std::swap(ops_, drawn_);
-  drawn_stamp_ = covers ? real_->Generation() : 0;
+  drawn_stamp_ = 0;
+}
+
+void FaceRecording::Settle() {
+  owed_ = false;
+  for (const PixelOp& op : drawn_) Replay(op, *real_);
+  drawn_stamp_ = real_->Generation();
+}
+
+void FaceRecording::Abandon() {
+  owed_ = false;
+  drawn_stamp_ = 0;
 }
 
 bool FaceRecording::CoversTheSurface(const PixelOp& first) const {
@@ -56,6 +85,7 @@ void FaceRecording::Record(PixelOp op) {
 
 void FaceRecording::GoThrough() const {
   if (through_) return;
+  real_->SettlePending();
   for (const PixelOp& op : ops_) Replay(op, *real_);
   ops_.clear();
   drawn_stamp_ = 0;

@@ -2,10 +2,13 @@
 // Stands in for a control's surface while the control redraws its face:
 // the pixel operations are written down instead of done. A face that
 // begins by covering the whole surface shows afterwards only what those
-// operations draw, so when they are exactly the ones that made the pixels
-// the surface still holds, doing them again would change nothing and they
-// are left undone. Everything else (sizes, measuring) is the real
-// surface's.
+// operations draw, so
+// - when they are exactly the ones that made the pixels the surface still
+//   holds, doing them again would change nothing and they are left undone;
+// - otherwise the surface is left owing them until its pixels are next
+//   needed, and a face drawn before then hides the one owed, which is never
+//   drawn at all: a copier's bar that nobody watches costs no pixel work.
+// Everything else (sizes, measuring) is the real surface's.
 
 #include <cstdint>
 #include <string>
@@ -31,9 +34,11 @@ struct PixelOp {
   friend bool operator==(const PixelOp&, const PixelOp&) = default;
 };
 
-class FaceRecording final : public Surface {
+class FaceRecording final : public Surface, private PendingPixels {
  public:
   FaceRecording() = default;
+  // Lays down a face still owed: the surface may outlive its control.
+  ~FaceRecording();
   FaceRecording(const FaceRecording&) = delete;
   FaceRecording& operator=(const FaceRecording&) = delete;
 
@@ -58,7 +63,12 @@ class FaceRecording final : public Surface {
                 RasterOp op) override;
 
  private:
+  void Settle() override;
+  void Abandon() override;
+
   void Record(PixelOp op);
+  // Draws the face recorded, after any face still owed.
+  void DrawNow();
   // Does what was written down and draws straight through from now on:
   // for what cannot be compared cheaply, or needs the pixels drawn so far.
   void GoThrough() const;
@@ -67,9 +77,10 @@ class FaceRecording final : public Surface {
   Surface* real_ = nullptr;
   // This face's operations; both lists keep their room from face to face.
   mutable std::vector<PixelOp> ops_;
-  std::vector<PixelOp> drawn_;        // the operations of the face last drawn
+  std::vector<PixelOp> drawn_;        // the operations of the face last drawn or owed
   mutable uint64_t drawn_stamp_ = 0;  // its pixels' stamp after; 0: none to compare
   mutable bool through_ = false;
+  bool owed_ = false;  // drawn_ is owed to the surface, not yet on its pixels
 };
 
 }  // namespace kestu

@@ -68,6 +68,7 @@ Raster::Raster(int width, int height, Rgb fill)
 // One counter for every raster, so that a stamp names one state of one
 // raster's pixels (and of its copies) and never another's.
 void Raster::Touch() {
+  debt_.Settle();
   static std::atomic<uint64_t> last_stamp{0};
   generation_ = last_stamp.fetch_add(1, std::memory_order_relaxed) + 1;
 }
@@ -79,6 +80,7 @@ void Raster::Resize(int width, int height, Rgb fill) {
 }
 
 Rgb Raster::GetPixel(int x, int y) const {
+  debt_.Settle();
   if (x < 0 || y < 0 || x >= width_ || y >= height_) return 0;
   return Row(y)[x];
 }
@@ -223,6 +225,7 @@ void Raster::DrawText(const FontSpec& spec, std::string_view utf8, int x, int y,
 
 void Raster::Blit(const Raster& source, int x, int y) {
   Touch();
+  source.debt_.Settle();
   const PixelRect clipped = Intersect(BlockAt(x, y, source.width_, source.height_), Bounds());
   if (IsEmpty(clipped)) return;
   const int count = clipped.right - clipped.left;
@@ -233,6 +236,7 @@ void Raster::Blit(const Raster& source, int x, int y) {
 }
 
 std::vector<uint8_t> Raster::ToPng() const {
+  debt_.Settle();
   std::vector<uint32_t> opaque(pixels_.size());
   std::transform(pixels_.begin(), pixels_.end(), opaque.begin(),
                  [](Rgb pixel) { return pixel | kOpaque; });

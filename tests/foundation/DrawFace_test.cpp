@@ -1,6 +1,6 @@
 // A face drawn again with the same calls over its own pixels is left as
-// it is; anything else is drawn. Either way the drawing calls are seen and
-// the pixels are what the calls draw.
+// it is; anything else is drawn, by the time anyone looks. Either way the
+// drawing calls are seen and the pixels are what the calls draw.
 
 #include <gtest/gtest.h>
 
@@ -102,6 +102,16 @@ TEST_F(DrawFaceTest, AFaceThatDoesNotCoverTheSurfaceIsAlwaysDrawn) {
   gauge_->DrawLevel(3, /*clear_first=*/false);
   gauge_->DrawLevel(3, /*clear_first=*/false);  // XOR twice: back to the level-5 bar
   EXPECT_EQ(BarLength(), 6);
+}
+
+TEST_F(DrawFaceTest, FacesDrawnWhileNobodyLooksShowTheLastWithWhatWasDrawnOverIt) {
+  gauge_->DrawLevel(3);
+  gauge_->DrawLevel(12);
+  gauge_->DrawLevel(7);
+  gauge_->Dot(15, 2);  // XOR over the face: it must be there first
+  EXPECT_EQ(BarLength(), 8);
+  EXPECT_EQ(hosted_->GetRaster().GetPixel(15, 2), 0x0000FFFFu);
+  EXPECT_EQ(hosted_->GetRaster().GetPixel(12, 0), 0x00FFFFFFu);
 }
 
 TEST_F(DrawFaceTest, ReadingAPixelWhileDrawingSeesWhatWasDrawnSoFar) {

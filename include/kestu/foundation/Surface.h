@@ -98,9 +98,31 @@ struct TextExtent {
   int height = 0;  // line height of the font (ascent + descent), even for ""
 };
 
+// Pixels a surface is owed: drawing done in full but not yet laid onto
+// the surface, because nobody has looked at or drawn over it since.
+class PendingPixels {
+ public:
+  // Lays the pixels down now. The surface has already forgotten the debt,
+  // so drawing onto it from here does not come back.
+  virtual void Settle() = 0;
+  // The surface is going away first; nothing is owed any more.
+  virtual void Abandon() = 0;
+
+ protected:
+  ~PendingPixels() = default;
+};
+
 class Surface {
  public:
   virtual ~Surface() = default;
+
+  // Lets `pending` lay its pixels down when they are next needed (read,
+  // stamped, drawn over, resized or copied) instead of now, so a face that
+  // nobody looks at costs no pixel work. A surface that cannot wait
+  // settles at once; one owed by another settles that first.
+  virtual void Defer(PendingPixels& pending) { pending.Settle(); }
+  // Lays down now what is owed, if anything.
+  virtual void SettlePending() const {}
 
   virtual int Width() const = 0;
   virtual int Height() const = 0;

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <span>
+#include <utility>
 #include <vector>
 
 #include "kestu/foundation/Surface.h"
@@ -19,8 +20,13 @@ class Raster : public Surface {
 
   int Width() const override { return width_; }
   int Height() const override { return height_; }
-  uint64_t Generation() const override { return generation_; }
+  uint64_t Generation() const override {
+    debt_.Settle();
+    return generation_;
+  }
   void Resize(int width, int height, Rgb fill) override;
+  void Defer(PendingPixels& pending) override { debt_.Owe(pending); }
+  void SettlePending() const override { debt_.Settle(); }
 
   // Outside the raster: black.
   Rgb GetPixel(int x, int y) const override;
@@ -39,7 +45,10 @@ class Raster : public Surface {
   void Blit(const Raster& source, int x, int y);
 
   // Row-major, `Width() * Height()` pixels of 0x00RRGGBB.
-  std::span<const Rgb> Pixels() const { return pixels_; }
+  std::span<const Rgb> Pixels() const {
+    debt_.Settle();
+    return pixels_;
+  }
   // The pixels as an opaque PNG; the same pixels always give the same bytes.
   std::vector<uint8_t> ToPng() const;
   // Writes ToPng() to `path`; a file that cannot be written throws the
@@ -53,6 +62,34 @@ class Raster : public Surface {
   // Every member that may change a pixel calls this first.
   void Touch();
 
+  // Who owes this raster pixels, if anyone. The debt stays with the raster
+  // it is owed to: copying a raster settles the source's first.
+  class Debt {
+   public:
+    Debt() = default;
+    Debt(const Debt& source) { source.Settle(); }
+    Debt& operator=(const Debt& source) {
+      source.Settle();
+      Settle();
+      return *this;
+    }
+    ~Debt() {
+      if (pending_ != nullptr) pending_->Abandon();
+    }
+    void Owe(PendingPixels& pending) {
+      if (pending_ != &pending) Settle();
+      pending_ = &pending;
+    }
+    void Settle() const {
+      if (PendingPixels* pending = std::exchange(pending_, nullptr)) pending->Settle();
+    }
+
+   private:
+    mutable PendingPixels* pending_ = nullptr;
+  };
+
+  // First of the members, so that a copy settles before any pixel is taken.
+  Debt debt_;
   int width_ = 0;
   int height_ = 0;
   std::vector<Rgb> pixels_;
