@@ -304,7 +304,7 @@ void Host::RemoveObserver(HostObserver* observer) {
   std::erase(observers_, observer);
 }
 
-void Host::Notify(const std::function<void(HostObserver&)>& report) {
+void Host::NotifyAll(const std::function<void(HostObserver&)>& report) {
   // An observer may add or remove observers while it is told.
   const std::vector<HostObserver*> snapshot = observers_;
   for (HostObserver* observer : snapshot) {

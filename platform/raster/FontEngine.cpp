@@ -212,7 +212,11 @@ FontEngine::~FontEngine() = default;
 Font& FontEngine::FontFor(const FontSpec& spec) {
   const long size = SizeF26(spec.pixel_size);
   const auto request = std::make_tuple(spec.name, size, spec.bold, spec.italic);
-  if (auto known = by_spec_.find(request); known != by_spec_.end()) return *known->second;
+  if (last_font_ != nullptr && SpecKeyLess::AsView(last_spec_) == request) return *last_font_;
+  if (auto known = by_spec_.find(request); known != by_spec_.end()) {
+    Remember(known->first, known->second);
+    return *known->second;
+  }
 
   const FontFile file = FileFor(spec.name, spec.bold, spec.italic);
   std::unique_ptr<Font>& font =
@@ -225,8 +229,15 @@ Font& FontEngine::FontFor(const FontSpec& spec) {
     if (coverage == face) coverage = nullptr;
     font = std::make_unique<Font>(face, coverage, file.synthetic, size / 64.0);
   }
-  by_spec_.emplace(SpecKey{std::string(spec.name), size, spec.bold, spec.italic}, font.get());
+  auto [added, _] =
+      by_spec_.emplace(SpecKey{std::string(spec.name), size, spec.bold, spec.italic}, font.get());
+  Remember(added->first, font.get());
   return *font;
+}
+
+void FontEngine::Remember(const SpecKey& spec, Font* font) {
+  last_spec_ = spec;
+  last_font_ = font;
 }
 
 FontFile FontEngine::FileFor(std::string_view family, bool bold, bool italic) {
@@ -257,6 +268,7 @@ void FontEngine::RegisterFamily(std::string_view family, const std::filesystem::
   // names lead to them changes.
   files_.clear();
   by_spec_.clear();
+  last_font_ = nullptr;
 }
 
 FontFile FontEngine::MatchSystemFont(const std::string& family, bool bold, bool italic) {

@@ -158,7 +158,13 @@ class Host {
   void AddObserver(HostObserver* observer);
   void RemoveObserver(HostObserver* observer);
   // Calls `report` on every observer, in the order they were added.
-  void Notify(const std::function<void(HostObserver&)>& report);
+  template <typename Report>
+  void Notify(Report&& report) {
+    // Without observers (a tool on the library) nothing is built at all:
+    // this runs for every event and drawing call.
+    if (observers_.empty()) return;
+    NotifyAll(report);
+  }
   // Runs `procedure`; a run-time error it raises goes to the observers
   // instead of the caller (timers and other host-initiated calls).
   void RunReportingErrors(const std::function<void()>& procedure);
@@ -212,6 +218,8 @@ class Host {
   int64_t clock_ms_ = 0;
   std::string clipboard_;
   std::deque<std::optional<int>> popup_answers_;
+  void NotifyAll(const std::function<void(HostObserver&)>& report);
+
   std::vector<HostObserver*> observers_;
   Desktop* desktop_ = nullptr;
   std::unique_ptr<HostWindowSystem> window_system_;

@@ -67,12 +67,16 @@ class FontEngine {
   using FontKey = std::tuple<std::filesystem::path, int, long, bool, bool>;
 
   FontFile MatchSystemFont(const std::string& family, bool bold, bool italic);
+  void Remember(const SpecKey& spec, Font* font);
 
   std::unique_ptr<Backend> backend_;
   std::map<std::string, std::filesystem::path> registered_;  // folded family -> file
   std::map<std::tuple<std::string, bool, bool>, FontFile> files_;
   std::map<FontKey, std::unique_ptr<Font>> fonts_;
   std::map<SpecKey, Font*, SpecKeyLess> by_spec_;
+  // The request answered last: a face asks for one font again and again.
+  SpecKey last_spec_;
+  Font* last_font_ = nullptr;
 };
 
 }  // namespace kestu
