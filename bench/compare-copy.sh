@@ -2,8 +2,10 @@
 # Times kestu-copy against the system's tools on the same 20,000,000-byte
 # file in the page cache, in one run: a plain copy against cp, a split into
 # 1400 KB volumes against split -b 1443840, and the join against cat.
-# Prints each median and the ratio. Uses hyperfine when it is installed,
-# else a loop of `date +%s%N`.
+# Only the program is timed: the outputs of the run before are removed
+# first, untimed, so that every run writes new files as the system tools
+# do. Prints each median and the ratio. Uses hyperfine when it is
+# installed, else bash's own clock around each run.
 #
 #   bench/compare-copy.sh [PATH/TO/kestu-copy] [RUNS]
 set -euo pipefail
@@ -18,44 +20,52 @@ cd "$work"
 head -c 20000000 /dev/urandom > data
 cat data > /dev/null  # into the page cache
 
-# Median wall time of a command, in microseconds, after one warm-up run.
-median_us() {
-  local times=() start end
-  bash -c "$1" > /dev/null 2>&1
-  for _ in $(seq "$runs"); do
-    start=$(date +%s%N)
-    bash -c "$1" > /dev/null 2>&1
-    end=$(date +%s%N)
-    times+=($(((end - start) / 1000)))
-  done
-  printf '%s\n' "${times[@]}" | sort -n | sed -n "$(((runs + 1) / 2))p"
+# name: "untimed preparation|timed command"
+declare -A commands=(
+  [cp]="rm -f c1|cp data c1"
+  [kestu_copy]="rm -f c2|'$tool' data c2"
+  [split]="rm -f part_*|split -b 1443840 data part_"
+  [kestu_split]="rm -f vol.*|'$tool' data @vol"
+  [cat]="rm -f j1|cat part_* > j1"
+  [kestu_join]="rm -f j2|'$tool' @vol j2"
+)
+
+# Wall time of one run of a command, in microseconds.
+time_us() {
+  local prepare=${1%%|*} command=${1#*|} start end
+  eval "$prepare"
+  start=${EPOCHREALTIME/./}
+  eval "$command" > /dev/null 2>&1
+  end=${EPOCHREALTIME/./}
+  echo $((end - start))
 }
 
-# Each command removes its outputs first, so every run writes new files as
-# the system tools do.
-declare -A commands=(
-  [cp]="rm -f c1; cp data c1"
-  [kestu_copy]="rm -f c2; '$tool' data c2"
-  [split]="rm -f part_*; split -b 1443840 data part_"
-  [kestu_split]="rm -f vol.*; '$tool' data @vol"
-  [cat]="rm -f j1; cat part_* > j1"
-  [kestu_join]="rm -f j2; '$tool' @vol j2"
-)
+median() { sort -n | sed -n "$(((runs + 1) / 2))p"; }
+
 # The joins need their volumes.
-bash -c "${commands[split]}"
-bash -c "${commands[kestu_split]}" > /dev/null
+eval "${commands[split]#*|}"
+eval "${commands[kestu_split]#*|}" > /dev/null
 
 declare -A median
 if command -v hyperfine > /dev/null; then
   for name in cp kestu_copy split kestu_split cat kestu_join; do
-    hyperfine -N --warmup 1 --runs "$runs" --export-json "$name.json" "bash -c \"${commands[$name]}\"" > /dev/null
+    hyperfine --warmup 1 --runs "$runs" --prepare "${commands[$name]%%|*}" \
+      --export-json "$name.json" "${commands[$name]#*|}" > /dev/null
     median[$name]=$(sed -n 's/.*"median": *\([0-9.e-]*\).*/\1/p' "$name.json" | head -1 |
       awk '{ printf "%d", $1 * 1000000 }')
   done
 else
-  # Interleaved so that a noisy moment hits both sides of a pair.
+  # A run of one, then of the other, so that a noisy moment hits both.
   for pair in "cp kestu_copy" "split kestu_split" "cat kestu_join"; do
-    for name in $pair; do median[$name]=$(median_us "${commands[$name]}"); done
+    read -r a b <<< "$pair"
+    time_us "${commands[$a]}" > /dev/null; time_us "${commands[$b]}" > /dev/null  # warm-up
+    times_a=() times_b=()
+    for _ in $(seq "$runs"); do
+      times_a+=("$(time_us "${commands[$a]}")")
+      times_b+=("$(time_us "${commands[$b]}")")
+    done
+    median[$a]=$(printf '%s\n' "${times_a[@]}" | median)
+    median[$b]=$(printf '%s\n' "${times_b[@]}" | median)
   done
 fi
 
