@@ -84,10 +84,6 @@ RasterOp UserControl::Op() const {
   return static_cast<RasterOp>(draw_mode_);
 }
 
-void UserControl::Observe(DrawCall call) {
-  if (site_ && site_->ObservesDrawing()) site_->OnDraw(call);
-}
-
 bool UserControl::RaiseToContainer(const EventInfo& info, std::span<EventArgument> arguments) {
   if (!site_) return true;
   std::weak_ptr<int> alive = lifetime_;
@@ -112,7 +108,7 @@ UserControl::FaceScope::~FaceScope() {
 }
 
 void UserControl::Cls() {
-  Observe({.kind = DrawCall::Kind::Cls});
+  Observe([&] { return DrawCall{.kind = DrawCall::Kind::Cls}; });
   Surface& surface = GetSurface();
   // Cls always paints the background as it is, whatever DrawMode says.
   surface.FillRect({0, 0, surface.Width(), surface.Height()}, ResolveColor(back_color_),
@@ -128,12 +124,14 @@ void UserControl::Line(float x1, float y1, float x2, float y2) {
 void UserControl::Line(float x1, float y1, float x2, float y2, OLE_COLOR color, LineKind kind) {
   static constexpr DrawCall::Kind kKinds[] = {DrawCall::Kind::Line, DrawCall::Kind::Box,
                                               DrawCall::Kind::FilledBox};
-  Observe({.kind = kKinds[static_cast<int>(kind)],
-           .x1 = x1,
-           .y1 = y1,
-           .x2 = x2,
-           .y2 = y2,
-           .color = color});
+  Observe([&] {
+    return DrawCall{.kind = kKinds[static_cast<int>(kind)],
+                    .x1 = x1,
+                    .y1 = y1,
+                    .x2 = x2,
+                    .y2 = y2,
+                    .color = color};
+  });
   Surface& surface = GetSurface();
   const Rgb pen = ResolveColor(color);
   const int px1 = ToPixelX(x1), py1 = ToPixelY(y1), px2 = ToPixelX(x2), py2 = ToPixelY(y2);
@@ -160,18 +158,20 @@ void UserControl::Line(float x1, float y1, float x2, float y2, OLE_COLOR color, 
 }
 
 void UserControl::PSet(float x, float y, OLE_COLOR color) {
-  Observe({.kind = DrawCall::Kind::PSet, .x1 = x, .y1 = y, .color = color});
+  Observe([&] { return DrawCall{.kind = DrawCall::Kind::PSet, .x1 = x, .y1 = y, .color = color}; });
   GetSurface().SetPixel(ToPixelX(x), ToPixelY(y), ResolveColor(color), Op());
   current_x_ = x;
   current_y_ = y;
 }
 
 void UserControl::Print(std::string_view text) {
-  Observe({.kind = DrawCall::Kind::Print,
-           .x1 = current_x_,
-           .y1 = current_y_,
-           .color = fore_color_,
-           .text = std::string(text)});
+  Observe([&] {
+    return DrawCall{.kind = DrawCall::Kind::Print,
+                    .x1 = current_x_,
+                    .y1 = current_y_,
+                    .color = fore_color_,
+                    .text = std::string(text)};
+  });
   Surface& surface = GetSurface();
   const FontSpec font = RenderFont();
   surface.DrawText(font, text, ToPixelX(current_x_), ToPixelY(current_y_),
@@ -184,14 +184,16 @@ void UserControl::PaintPicture(const StdPicture& picture, float x, float y,
   const bool scaled = width.has_value() || height.has_value();
   const int px_width = width ? ToPixelX(*width) : picture.WidthPixels();
   const int px_height = height ? ToPixelY(*height) : picture.HeightPixels();
-  Observe({.kind = DrawCall::Kind::PaintPicture,
-           .x1 = x,
-           .y1 = y,
-           .x2 = width.value_or(static_cast<float>(FromPixelX(picture.WidthPixels()))),
-           .y2 = height.value_or(static_cast<float>(FromPixelY(picture.HeightPixels()))),
-           .picture_width = picture.WidthPixels(),
-           .picture_height = picture.HeightPixels(),
-           .scaled = scaled});
+  Observe([&] {
+    return DrawCall{.kind = DrawCall::Kind::PaintPicture,
+                    .x1 = x,
+                    .y1 = y,
+                    .x2 = width.value_or(static_cast<float>(FromPixelX(picture.WidthPixels()))),
+                    .y2 = height.value_or(static_cast<float>(FromPixelY(picture.HeightPixels()))),
+                    .picture_width = picture.WidthPixels(),
+                    .picture_height = picture.HeightPixels(),
+                    .scaled = scaled};
+  });
   GetSurface().DrawPicture(picture, ToPixelX(x), ToPixelY(y), px_width, px_height, Op());
 }
 
@@ -204,7 +206,7 @@ float UserControl::TextHeight(std::string_view text) {
 }
 
 void UserControl::Refresh() {
-  Observe({.kind = DrawCall::Kind::Refresh});
+  Observe([&] { return DrawCall{.kind = DrawCall::Kind::Refresh}; });
   if (site_) site_->Refresh();
 }
 
@@ -220,13 +222,13 @@ void UserControl::SetScaleMode(int16_t mode) {
   if (mode < scale::kUser || mode > scale::kCentimeters) {
     throw RuntimeError(err::kInvalidPropertyValue, "ScaleMode");
   }
-  Observe({.kind = DrawCall::Kind::ScaleMode, .value = mode});
+  Observe([&] { return DrawCall{.kind = DrawCall::Kind::ScaleMode, .value = mode}; });
   scale_mode_ = mode;
 }
 
 void UserControl::SetDrawMode(int16_t mode) {
   if (mode < 1 || mode > 16) throw RuntimeError(err::kInvalidPropertyValue, "DrawMode");
-  Observe({.kind = DrawCall::Kind::DrawMode, .value = mode});
+  Observe([&] { return DrawCall{.kind = DrawCall::Kind::DrawMode, .value = mode}; });
   draw_mode_ = mode;
 }
 

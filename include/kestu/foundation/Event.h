@@ -90,14 +90,23 @@ class Event {
   // Calls every connected handler in the order they connected. A handler
   // may connect or disconnect others, or destroy the object that owns this
   // event: `owner_alive` turns false and no further handler runs.
+  // Every handler sees the arguments as raised: by-value ones are copied
+  // to each, never moved out by the first.
   void Emit(const std::weak_ptr<void>& owner_alive, Args... args) {
-    auto snapshot = entries_;
-    for (const auto& entry : snapshot) {
+    // Handlers connected from here on wait for the next raise. Entries are
+    // only appended while handlers run (disconnected ones are swept once
+    // the outermost raise is over), so the positions hold, and each entry
+    // is held while its handler runs. No copy of the list: this runs for
+    // every block a copier copies.
+    const size_t count = entries_.size();
+    ++emitting_;
+    for (size_t i = 0; i < count; ++i) {
       if (owner_alive.expired()) return;
-      if (*entry->connected) entry->handler(std::forward<Args>(args)...);
+      const std::shared_ptr<Entry> entry = entries_[i];
+      if (*entry->connected) entry->handler(args...);
     }
     if (owner_alive.expired()) return;
-    std::erase_if(entries_, [](const auto& e) { return !*e->connected; });
+    if (--emitting_ == 0) std::erase_if(entries_, [](const auto& e) { return !*e->connected; });
   }
 
  private:
@@ -107,6 +116,7 @@ class Event {
   };
   const EventInfo* info_;
   std::vector<std::shared_ptr<Entry>> entries_;
+  int emitting_ = 0;  // raises under way, nested ones included
 };
 
 // The arguments of the host's standard input events, the same for every

@@ -200,7 +200,12 @@ class UserControl {
   double FromPixelX(double pixels) const;
   double FromPixelY(double pixels) const;
   RasterOp Op() const;
-  void Observe(DrawCall call);
+  // Tells a container that watches drawing about a call; `call` makes
+  // the record only then, since most containers do not watch.
+  template <typename MakeCall>
+  void Observe(MakeCall&& call) {
+    if (site_ != nullptr && site_->ObservesDrawing()) site_->OnDraw(call());
+  }
   bool RaiseToContainer(const EventInfo& info, std::span<EventArgument> arguments);
   class FaceScope;
 
