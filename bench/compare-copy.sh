@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Times kestu-copy against the system's tools on the same 20,000,000-byte
 # file in the page cache, in one run: a plain copy against cp, a split into
-# 1400 KB volumes against split -b 1443840, and the join against cat.
+# 1400 KB volumes against split -b 1443840, and the join of the same
+# volumes against cat.
 # Only the program is timed: the outputs of the run before are removed
 # first, untimed, so that every run writes new files as the system tools
 # do. Prints each median and the ratio. Uses hyperfine when it is
@@ -26,7 +27,7 @@ declare -A commands=(
   [kestu_copy]="rm -f c2|'$tool' data c2"
   [split]="rm -f part_*|split -b 1443840 data part_"
   [kestu_split]="rm -f vol.*|'$tool' data @vol"
-  [cat]="rm -f j1|cat part_* > j1"
+  [cat]="rm -f j1|cat vol.* > j1"
   [kestu_join]="rm -f j2|'$tool' @vol j2"
 )
 
@@ -42,9 +43,16 @@ time_us() {
 
 median() { sort -n | sed -n "$(((runs + 1) / 2))p"; }
 
-# The joins need their volumes.
+# Both joins read the same volumes, kestu-copy's, which are byte for byte
+# split's parts: how a file was written shapes its pages in the cache, so
+# joining different copies of the same bytes would compare the writers too.
 eval "${commands[split]#*|}"
 eval "${commands[kestu_split]#*|}" > /dev/null
+parts=(part_*) volumes=(vol.*)
+[ "${#parts[@]}" -eq "${#volumes[@]}" ] || { echo "not as many volumes as parts" >&2; exit 1; }
+for i in "${!parts[@]}"; do
+  cmp -s "${parts[$i]}" "${volumes[$i]}" || { echo "${volumes[$i]} differs from ${parts[$i]}" >&2; exit 1; }
+done
 
 declare -A median
 if command -v hyperfine > /dev/null; then
