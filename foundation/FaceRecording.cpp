@@ -55,10 +55,14 @@ void FaceRecording::Finish() {
 }
 
 void FaceRecording::DrawNow() {
-  real_->SettlePending();
-  for (const PixelOp& op : ops_) Replay(op, *real_);
+  ReplayRecorded();
   std::swap(ops_, drawn_);
   drawn_stamp_ = 0;
+}
+
+void FaceRecording::ReplayRecorded() const {
+  real_->SettlePending();  // a face owed goes beneath, even when none was recorded
+  for (const PixelOp& op : ops_) Replay(op, *real_);
 }
 
 void FaceRecording::Settle() {
@@ -85,8 +89,7 @@ void FaceRecording::Record(PixelOp op) {
 
 void FaceRecording::GoThrough() const {
   if (through_) return;
-  real_->SettlePending();
-  for (const PixelOp& op : ops_) Replay(op, *real_);
+  ReplayRecorded();
   ops_.clear();
   drawn_stamp_ = 0;
   through_ = true;

@@ -69,6 +69,7 @@ class FaceRecording final : public Surface, private PendingPixels {
   void Record(PixelOp op);
   // Draws the face recorded, after any face still owed.
   void DrawNow();
+  void ReplayRecorded() const;
   // Does what was written down and draws straight through from now on:
   // for what cannot be compared cheaply, or needs the pixels drawn so far.
   void GoThrough() const;

@@ -102,8 +102,10 @@ bool HostFiles::AtEnd(int number) const {
   return file.position >= Length(number);
 }
 
+// Whatever moved the position, the file holds at least that many bytes.
 void HostFiles::Advance(OpenFile& file, size_t count) {
   file.position += static_cast<int64_t>(count);
+  file.known_length = std::max(file.known_length, file.position);
 }
 
 size_t HostFiles::Read(int number, std::span<std::byte> buffer) {
@@ -138,7 +140,6 @@ void HostFiles::Write(int number, std::span<const std::byte> data) {
     done += static_cast<size_t>(put);
     Advance(file, static_cast<size_t>(put));
   }
-  file.known_length = std::max(file.known_length, file.position);
 }
 
 size_t HostFiles::CopyBlock(int from, int to, size_t count) {
@@ -161,7 +162,6 @@ size_t HostFiles::CopyBlock(int from, int to, size_t count) {
     // The kernel moves both descriptors' positions, as a Get and a Put do.
     Advance(source, static_cast<size_t>(moved));
     Advance(target, static_cast<size_t>(moved));
-    target.known_length = std::max(target.known_length, target.position);
   }
   if (done < count) RelearnLength(source);
   return done;

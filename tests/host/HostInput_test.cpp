@@ -8,14 +8,6 @@
 namespace kestu {
 namespace {
 
-// The trace after the script's set-up lines, which create the probes.
-std::string TraceAfter(const std::string& setup, const std::string& script) {
-  const ScriptResult before = RunScript(setup);
-  const ScriptResult all = RunScript(setup + script);
-  EXPECT_EQ(all.status, 0) << all.err;
-  return all.out.substr(before.out.size());
-}
-
 const std::string kTwoProbes =
     "new KestuProbe a 0 0 1200 480\n"
     "new KestuProbe b 1500 0 1200 480\n";

@@ -12,13 +12,6 @@
 namespace kestu {
 namespace {
 
-std::string TraceAfter(const std::string& setup, const std::string& script) {
-  const ScriptResult before = RunScript(setup);
-  const ScriptResult all = RunScript(setup + script);
-  EXPECT_EQ(all.status, 0) << all.err;
-  return all.out.substr(before.out.size());
-}
-
 TEST(HostClock, TicksRunEveryControlsPeriodicCheckOnVirtualTime) {
   Host host;
   std::ostringstream out;

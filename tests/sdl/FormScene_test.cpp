@@ -3,22 +3,16 @@
 #include <gtest/gtest.h>
 
 #include "kestu/host/Host.h"
+#include "sdl/TwoNumberBoxes.h"
 #include "support/ScriptHarness.h"
 
 namespace kestu {
 namespace {
 
-// A 320 x 200 form with two number boxes, "a" on rows 20-40 and "b" on
-// rows 60-80, both 100 pixels wide.
 class FormSceneTest : public ::testing::Test {
  protected:
   void SetUp() override {
-    ASSERT_EQ(RunScriptOn(host_,
-                          "form F 4800 3000\n"
-                          "new KestuNumberEdit a 300 300 1500 315\n"
-                          "new KestuNumberEdit b 300 900 1500 315\n")
-                  .status,
-              0);
+    ASSERT_EQ(RunScriptOn(host_, test::kTwoNumberBoxes).status, 0);
     form_ = host_.FindForm("F");
   }
 

@@ -13,6 +13,7 @@
 
 #include "kestu/host/Host.h"
 #include "kestu/host/Snapshot.h"
+#include "sdl/TwoNumberBoxes.h"
 #include "support/ScriptHarness.h"
 
 namespace kestu {
@@ -25,13 +26,7 @@ class SdlDesktopTest : public ::testing::Test {
  protected:
   void SetUp() override {
     SDL_SetHintWithPriority(SDL_HINT_VIDEODRIVER, "dummy", SDL_HINT_OVERRIDE);
-    // "a" on rows 20-40 and "b" on rows 60-80 of a 320 x 200 form.
-    ASSERT_EQ(RunScriptOn(host_,
-                          "form F 4800 3000\n"
-                          "new KestuNumberEdit a 300 300 1500 315\n"
-                          "new KestuNumberEdit b 300 900 1500 315\n")
-                  .status,
-              0);
+    ASSERT_EQ(RunScriptOn(host_, test::kTwoNumberBoxes).status, 0);
     form_ = host_.FindForm("F");
     desktop_.emplace(host_, [this] { return Now(); });
     desktop_->RunOnce(0);  // the windows' first events and pictures

@@ -2,6 +2,8 @@
 // Runs a kestu-script in process, on a fresh host, and collects what it
 // printed: the way host tests look at the host through its trace.
 
+#include <gtest/gtest.h>
+
 #include <sstream>
 #include <string>
 #include <string_view>
@@ -33,6 +35,15 @@ inline ScriptResult RunScriptOn(Host& host, std::string_view text,
 inline ScriptResult RunScript(std::string_view text, const std::string& base_dir = {}) {
   Host host;
   return RunScriptOn(host, text, base_dir);
+}
+
+// The trace of `script` alone, run after `setup` (the lines that create
+// the controls), which must succeed.
+inline std::string TraceAfter(const std::string& setup, const std::string& script) {
+  const ScriptResult before = RunScript(setup);
+  const ScriptResult all = RunScript(setup + script);
+  EXPECT_EQ(all.status, 0) << all.err;
+  return all.out.substr(before.out.size());
 }
 
 }  // namespace kestu
