@@ -50,6 +50,7 @@ Gallery::Gallery(Host& host) : host_(host) {
   AddPanels();
   AddLines();
   AddCopiers();
+  DrawCaptions();
 }
 
 void Gallery::Label(int x, int y, std::string text, bool heading) {
@@ -172,11 +173,12 @@ void Gallery::AddCopiers() {
   std::filesystem::remove_all(folder);
 }
 
-void Gallery::DrawCaptions(Raster& picture) const {
+void Gallery::DrawCaptions() {
+  backdrop_ = Raster(form_->WidthPixels(), form_->HeightPixels(), ResolveColor(form_->BackColor()));
   const Rgb ink = ResolveColor(syscolor::kButtonText);
   for (const Caption& caption : captions_) {
-    picture.DrawText(caption.heading ? kHeadingFont : kCaptionFont, caption.text, caption.x,
-                     caption.y, ink, RasterOp::CopyPen);
+    backdrop_.DrawText(caption.heading ? kHeadingFont : kCaptionFont, caption.text, caption.x,
+                       caption.y, ink, RasterOp::CopyPen);
   }
 }
 

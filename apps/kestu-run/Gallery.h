@@ -18,8 +18,9 @@ class Gallery {
   explicit Gallery(Host& host);
 
   Form& GetForm() const { return *form_; }
-  // Draws the captions on the form's picture, beside the controls.
-  void DrawCaptions(Raster& picture) const;
+  // The form's background with the captions, beside the controls: the
+  // picture the form is drawn over.
+  const Raster& Backdrop() const { return backdrop_; }
 
  private:
   struct Caption {
@@ -34,10 +35,12 @@ class Gallery {
   void AddNumberEdits();
   void AddCopiers();
   void Label(int x, int y, std::string text, bool heading = false);
+  void DrawCaptions();
 
   Host& host_;
   Form* form_ = nullptr;
   std::vector<Caption> captions_;
+  Raster backdrop_{0, 0};
 };
 
 }  // namespace kestu

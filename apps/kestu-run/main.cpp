@@ -58,16 +58,17 @@ struct Shown {
   std::optional<kestu::Gallery> gallery;
 };
 
-kestu::FormOverlay OverlayFor(const Shown& shown) {
+kestu::FormBackdrop BackdropFor(const Shown& shown) {
   if (!shown.gallery) return {};
-  return [&gallery = *shown.gallery](const kestu::Form& form, kestu::Raster& picture) {
-    if (&form == &gallery.GetForm()) gallery.DrawCaptions(picture);
+  return [&gallery = *shown.gallery](const kestu::Form& form) {
+    return &form == &gallery.GetForm() ? &gallery.Backdrop() : nullptr;
   };
 }
 
 void RenderPng(const kestu::Host& host, const Shown& shown, const std::filesystem::path& path) {
-  kestu::Raster picture = kestu::RenderForm(host, *shown.form);
-  if (const kestu::FormOverlay overlay = OverlayFor(shown)) overlay(*shown.form, picture);
+  kestu::Raster picture(0, 0);
+  kestu::RenderForm(host, *shown.form, picture, true,
+                    shown.gallery ? &shown.gallery->Backdrop() : nullptr);
   picture.SavePng(path);
 }
 
@@ -97,7 +98,7 @@ int Run(const Options& options) {
     return 0;
   }
   kestu::SdlDesktop desktop(host);
-  desktop.SetOverlay(OverlayFor(shown));
+  desktop.SetBackdrop(BackdropFor(shown));
   desktop.Run();
   return 0;
 }

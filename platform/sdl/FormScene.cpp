@@ -5,30 +5,9 @@
 #include "kestu/foundation/OleColor.h"
 #include "kestu/host/Form.h"
 #include "kestu/host/Host.h"
+#include "kestu/host/Snapshot.h"
 
 namespace kestu {
-
-namespace {
-
-// The caret's cell in pixels of `form`, when it is drawn on it: its
-// position is in its window's client area, the form's or a control's.
-std::optional<PixelRect> CaretCell(const Host& host, const Form& form, bool caret_lit) {
-  const auto& caret = host.GetCaret();
-  if (!caret || !caret->shown || !caret_lit) return std::nullopt;
-  const Host::WindowRef owner = host.FindWindow(caret->hwnd);
-  PixelRect window;
-  if (owner.form == &form) {
-    window = {0, 0, form.WidthPixels(), form.HeightPixels()};
-  } else if (owner.control && &owner.control->Owner() == &form && owner.control->Visible()) {
-    window = owner.control->PixelBoundsOnForm();
-  } else {
-    return std::nullopt;
-  }
-  return PixelRect{window.left + caret->x, window.top + caret->y,
-                   window.left + caret->x + caret->width, window.top + caret->y + caret->height};
-}
-
-}  // namespace
 
 void RowBand::Add(int top, int bottom) {
   if (top >= bottom) return;
@@ -41,11 +20,13 @@ void RowBand::Add(int top, int bottom) {
   end = std::max(end, bottom);
 }
 
-FormScene::FormScene(const Host& host, const Form& form, bool caret_lit)
+FormScene::FormScene(const Host& host, const Form& form, bool caret_lit, const Raster* backdrop)
     : width_(form.WidthPixels()),
       height_(form.HeightPixels()),
       background_(ResolveColor(form.BackColor())),
-      caret_(CaretCell(host, form, caret_lit)) {
+      backdrop_(backdrop),
+      backdrop_generation_(backdrop ? backdrop->Generation() : 0),
+      caret_(CaretCellOnForm(host, form, caret_lit)) {
   for (const auto& control : form.Controls()) {
     if (!control->Visible()) continue;
     layers_.push_back(
@@ -55,7 +36,9 @@ FormScene::FormScene(const Host& host, const Form& form, bool caret_lit)
 
 bool FormScene::SameLayout(const FormScene& before) const {
   return width_ == before.width_ && height_ == before.height_ &&
-         background_ == before.background_ && layers_.size() == before.layers_.size() &&
+         background_ == before.background_ && backdrop_ == before.backdrop_ &&
+         backdrop_generation_ == before.backdrop_generation_ &&
+         layers_.size() == before.layers_.size() &&
          std::equal(layers_.begin(), layers_.end(), before.layers_.begin(),
                     [](const Layer& a, const Layer& b) { return a.hwnd == b.hwnd; });
 }

@@ -3,7 +3,6 @@
 #include <SDL.h>
 
 #include <algorithm>
-#include <cstring>
 #include <stdexcept>
 #include <string>
 
@@ -12,16 +11,6 @@
 #include "platform/sdl/WindowSurface.h"
 
 namespace kestu {
-
-namespace {
-
-bool SameRow(const Raster& a, const Raster& b, int row) {
-  const size_t width = static_cast<size_t>(a.Width());
-  return std::memcmp(a.Pixels().data() + row * width, b.Pixels().data() + row * width,
-                     width * sizeof(Rgb)) == 0;
-}
-
-}  // namespace
 
 FormWindow::FormWindow(Host& host, Form& form) : host_(host), form_(form), form_hwnd_(form.hWnd()) {
   window_ = SDL_CreateWindow(form.Caption().c_str(), SDL_WINDOWPOS_UNDEFINED,
@@ -59,27 +48,28 @@ void FormWindow::MatchFormSize() {
   }
 }
 
-bool FormWindow::Present(bool caret_lit, const FormOverlay& overlay) {
+bool FormWindow::Changed(bool caret_lit, const Raster* backdrop) const {
+  return whole_ || !FormScene(host_, form_, caret_lit, backdrop).RowsChangedSince(scene_).Empty();
+}
+
+bool FormWindow::Present(bool caret_lit, const Raster* backdrop) {
   MatchFormSize();
-  FormScene scene(host_, form_, caret_lit);
-  RowBand band = whole_ ? RowBand{0, form_.HeightPixels()} : scene.RowsChangedSince(scene_);
-  if (band.Empty()) return false;  // the picture would come out the same: no render at all
-  RenderForm(host_, form_, frame_, caret_lit);
-  if (overlay) overlay(form_, frame_);
-  // A control that repainted may have drawn what it had: send only the
-  // rows that really differ. Rows outside the band are the same by the
-  // scene, so they are not even compared.
-  const bool same_size = shown_.Width() == frame_.Width() && shown_.Height() == frame_.Height();
-  if (!whole_ && same_size) {
-    while (band.first < band.end && SameRow(frame_, shown_, band.first)) ++band.first;
-    while (band.end > band.first && SameRow(frame_, shown_, band.end - 1)) --band.end;
-  }
-  if (!band.Empty() && !PresentRows(window_, frame_, band.first, band.end)) return false;
+  FormScene scene(host_, form_, caret_lit, backdrop);
+  const RowBand band = whole_ ? RowBand{0, form_.HeightPixels()} : scene.RowsChangedSince(scene_);
+  if (band.Empty()) return false;  // the picture would come out the same: nothing composed
+  // Only the rows the scene says can differ are composed, each straight
+  // into the window's surface. A control that repainted may have drawn
+  // what it had: then a row the window already shows is not sent.
+  const FormPicture picture(host_, form_, caret_lit, backdrop);
+  const std::optional<RowBand> shown =
+      PresentRows(window_, picture.Width(), band, /*compare=*/!whole_, [&](int y, Rgb* scratch) {
+        picture.ComposeRow(y, scratch);
+        return scratch;
+      });
+  if (!shown) return false;
   whole_ = false;
   scene_ = std::move(scene);
-  // The next frame is rendered whole into the old one: swapping is free.
-  std::swap(shown_, frame_);
-  return !band.Empty();
+  return !shown->Empty();
 }
 
 }  // namespace kestu

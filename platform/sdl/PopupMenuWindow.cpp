@@ -48,7 +48,7 @@ uint32_t PopupMenuWindow::WindowId() const {
 }
 
 void PopupMenuWindow::Present() {
-  PresentRows(window_, menu_.Picture(), 0, menu_.Height());
+  PresentRaster(window_, menu_.Picture());
 }
 
 }  // namespace kestu

@@ -12,6 +12,8 @@
 #include "kestu/sdl/KeyTable.h"
 #include "kestu/sdl/PopupMenu.h"
 #include "kestu/sdl/PopupMenuWindow.h"
+#include "platform/sdl/XConnection.h"
+#include "platform/sdl/XErrorLog.h"
 
 namespace kestu {
 
@@ -59,6 +61,7 @@ SdlDesktop::SdlDesktop(Host& host, Clock clock)
   // first click on an inactive window is still a click.
   SDL_SetHint(SDL_HINT_VIDEO_ALLOW_SCREENSAVER, "1");
   SDL_SetHint(SDL_HINT_MOUSE_FOCUS_CLICKTHROUGH, "1");
+  InstallXErrorLog();  // before SDL's set-up, which keeps it and passes errors on to it
   if (SDL_InitSubSystem(SDL_INIT_VIDEO) != 0) {
     throw std::runtime_error(std::string("no display: ") + SDL_GetError());
   }
@@ -67,8 +70,14 @@ SdlDesktop::SdlDesktop(Host& host, Clock clock)
   // is an OpenGL texture of the whole window, sent again on every present
   // and, on a server without a GPU (Xvfb), drawn by software threads:
   // milliseconds for a one-line change. Set before the first surface.
-  if (std::string_view(SDL_GetCurrentVideoDriver()) == "x11") {
-    SDL_SetHint(SDL_HINT_FRAMEBUFFER_ACCELERATION, "0");
+  const std::string_view driver = SDL_GetCurrentVideoDriver();
+  if (driver == "x11") SDL_SetHint(SDL_HINT_FRAMEBUFFER_ACCELERATION, "0");
+  // Presents follow the display's refresh; a driver with no display to
+  // look at is not paced.
+  if (driver == "x11" || driver == "wayland") {
+    SDL_DisplayMode mode{};
+    const bool known = SDL_GetDesktopDisplayMode(0, &mode) == 0 && mode.refresh_rate > 0;
+    frames_per_second_ = known ? mode.refresh_rate : kDefaultFramesPerSecond;
   }
   SDL_StartTextInput();
   host_.SetDesktop(this);
@@ -126,8 +135,18 @@ void SdlDesktop::Run() {
 
 int SdlDesktop::MillisecondsToNextTimer() const {
   const uint64_t now = clock_();
-  const uint64_t next = std::min(next_tick_ms_, next_blink_ms_);
-  return next <= now ? 0 : static_cast<int>(next - now);
+  uint64_t next = std::min(next_tick_ms_, next_blink_ms_);
+  if (frame_owed_) next = std::min(next, FrameStartMs(FrameAt(now) + 1));
+  return next <= now ? 0 : static_cast<int>(std::min<uint64_t>(next - now, INT32_MAX));
+}
+
+uint64_t SdlDesktop::FrameAt(uint64_t ms) const {
+  return frames_per_second_ > 0 ? ms * frames_per_second_ / 1000 : ms;
+}
+
+uint64_t SdlDesktop::FrameStartMs(uint64_t frame) const {
+  if (frames_per_second_ <= 0) return frame;
+  return (frame * 1000 + frames_per_second_ - 1) / frames_per_second_;
 }
 
 bool SdlDesktop::RunOnce(int wait_ms) {
@@ -146,11 +165,17 @@ bool SdlDesktop::RunOnce(int wait_ms) {
 
 void SdlDesktop::HandleInput(int wait_ms, const std::function<bool(const SDL_Event&)>& handle) {
   SDL_Event event;
-  if (!SDL_WaitEventTimeout(&event, std::clamp(wait_ms, 0, MillisecondsToNextTimer()))) return;
+  if (!WaitForEvent(event, std::clamp(wait_ms, 0, MillisecondsToNextTimer()))) return;
   do {
     if (!handle(event)) return;
     RunDueTimers();
   } while (SDL_PollEvent(&event));
+}
+
+bool SdlDesktop::WaitForEvent(SDL_Event& event, int timeout_ms) {
+  if (x_connection_ < 0 && !windows_.empty()) x_connection_ = XConnectionOf(windows_[0]->Window());
+  if (x_connection_ >= 0) return WaitOnXConnection(x_connection_, event, timeout_ms);
+  return SDL_WaitEventTimeout(&event, timeout_ms);
 }
 
 void SdlDesktop::RunDueTimers() {
@@ -178,8 +203,22 @@ void SdlDesktop::WakeCaret() {
 }
 
 void SdlDesktop::PresentAll() {
+  const uint64_t frame = FrameAt(clock_());
+  frame_owed_ = false;
   for (const auto& window : windows_) {
-    if (FormOf(*window) && window->Present(caret_lit_, overlay_)) ++present_count_;
+    const Form* form = FormOf(*window);
+    if (!form) continue;
+    const Raster* backdrop = backdrop_ ? backdrop_(*form) : nullptr;
+    // A window shown in this frame already waits for the next one; the
+    // input and the timers go on meanwhile.
+    if (frames_per_second_ > 0 && window->ShownInFrame() == frame) {
+      if (window->Changed(caret_lit_, backdrop)) frame_owed_ = true;
+      continue;
+    }
+    if (window->Present(caret_lit_, backdrop)) {
+      window->SetShownInFrame(frame);
+      ++present_count_;
+    }
   }
 }
 

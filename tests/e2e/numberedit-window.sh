@@ -4,64 +4,17 @@
 # context menu by keyboard and by mouse, Tab), then checked three ways:
 # the trace, the system clipboard read by another program (xclip), and the
 # window's pixels read back from the X server against the same steps run
-# headless. Every wait is on a condition with a deadline, never a bare
-# sleep. Exit 77 (skipped) only when Xvfb cannot start at all.
+# headless.
 set -uo pipefail
 
 run=$1 script_host=$2 grab=$3 here=$4 work=$5
-rm -rf "$work" && mkdir -p "$work" && cd "$work"
-
-pids=()
-cleanup() {
-  for pid in "${pids[@]}"; do kill "$pid" 2>/dev/null; done
-  for pid in "${pids[@]}"; do wait "$pid" 2>/dev/null; done
-}
-trap cleanup EXIT
-
-fail() {
-  echo "FAIL: $*"
-  echo "--- trace:"; cat trace.txt 2>/dev/null
-  echo "--- kestu-run's errors:"; cat run.err 2>/dev/null
-  exit 1
-}
-
-# Polls `condition` (a command) every 50 ms until it holds or 15 s pass.
-wait_for() {
-  local what=$1; shift
-  for _ in $(seq 300); do
-    if "$@" >/dev/null 2>&1; then return 0; fi
-    sleep 0.05
-  done
-  fail "timed out waiting for $what"
-}
-
-# ---- The display ----
-if ! command -v Xvfb >/dev/null; then
-  echo "SKIP: Xvfb is not installed (scripts/setup.sh installs it)"; exit 77
-fi
-exec 3>display.txt
-Xvfb -displayfd 3 -screen 0 1024x768x24 -nolisten tcp >xvfb.log 2>&1 &
-pids+=($!)
-exec 3>&-
-for _ in $(seq 200); do [ -s display.txt ] && break; kill -0 "${pids[0]}" 2>/dev/null || break; sleep 0.05; done
-if [ ! -s display.txt ]; then
-  echo "SKIP: Xvfb cannot start here:"; cat xvfb.log; exit 77
-fi
-export DISPLAY=":$(head -1 display.txt)"
-
-openbox >openbox.log 2>&1 &
-pids+=($!)
-# The window manager is ready once it has announced itself on the root.
-wait_for "openbox" sh -c 'xprop -root _NET_SUPPORTING_WM_CHECK | grep -q "window id"'
+source "$here/xsession.sh"
 
 # ---- The program ----
 "$run" --trace "$here/entry-form.json" >trace.txt 2>run.err &
 pids+=($!)
 wait_for "the form's window" sh -c 'xdotool search --onlyvisible --name "^Entry$" >window.txt'
 window=$(head -1 window.txt)
-
-trace_has() { grep -qF -- "$1" trace.txt; }
-trace_count() { [ "$(grep -cF -- "$1" trace.txt)" -ge "$2" ]; }
 
 # The box "amount" is at pixels (20, 20), 160 x 21, of the form's client area.
 xdotool mousemove --window "$window" 60 30 click 1

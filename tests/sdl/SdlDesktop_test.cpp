@@ -38,7 +38,7 @@ class SdlDesktopTest : public ::testing::Test {
 
   uint64_t Now() const {
     const int queued = SDL_PeepEvents(nullptr, 0, SDL_PEEKEVENT, SDL_MOUSEMOTION, SDL_MOUSEMOTION);
-    return kStartMs + kMoveMs * static_cast<uint64_t>(moves_pushed_ - queued);
+    return kStartMs + waited_ms_ + kMoveMs * static_cast<uint64_t>(moves_pushed_ - queued);
   }
 
   uint32_t WindowId() const { return desktop_->WindowOf(*form_)->WindowId(); }
@@ -91,6 +91,7 @@ class SdlDesktopTest : public ::testing::Test {
   Form* form_ = nullptr;
   std::optional<SdlDesktop> desktop_;
   int moves_pushed_ = 0;
+  uint64_t waited_ms_ = 0;
 };
 
 TEST_F(SdlDesktopTest, TheWindowShowsTheFormsPictureAfterEveryChange) {
@@ -110,6 +111,23 @@ TEST_F(SdlDesktopTest, TheWindowShowsTheFormsPictureAfterEveryChange) {
     desktop_->RunOnce(0);
     EXPECT_TRUE(ShowsTheForm()) << change;
   }
+}
+
+TEST_F(SdlDesktopTest, AChangeWithinAFrameIsShownAtTheNextAndInputNeverWaits) {
+  desktop_->SetFrameRate(50);  // frames of 20 ms
+  RunScriptOn(host_, "focus b\n");
+  desktop_->RunOnce(0);
+  ASSERT_TRUE(ShowsTheForm());
+  const int64_t presents = desktop_->PresentCount();
+  PushKey(SDLK_7, "7");
+  desktop_->RunOnce(0);
+  EXPECT_EQ(RunScriptOn(host_, "get b.Value\n").out, "b.Value = 7\n");
+  EXPECT_EQ(desktop_->PresentCount(), presents);
+  EXPECT_FALSE(ShowsTheForm());
+  waited_ms_ += 20;
+  desktop_->RunOnce(0);
+  EXPECT_EQ(desktop_->PresentCount(), presents + 1);
+  EXPECT_TRUE(ShowsTheForm());
 }
 
 TEST_F(SdlDesktopTest, TimersAndTheCaretGoOnWhileAPopupMenuIsOpen) {

@@ -1,6 +1,9 @@
 #pragma once
 // What a form or a control looks like on the screen, as pixels: the
-// picture a window would show and the one tests and `png` save.
+// picture a window shows and the one tests and `png` save.
+
+#include <optional>
+#include <vector>
 
 #include "kestu/raster/Raster.h"
 
@@ -10,11 +13,52 @@ class Host;
 class Form;
 class HostedControl;
 
-// Draws `form` into `out` (resized to the form's client area): the form's
-// background, then the raster of each visible control at its place, in
-// tab order, then the caret, inverted, when it is shown on this form. A
-// window leaves the caret out in the dark half of its blink.
-void RenderForm(const Host& host, const Form& form, Raster& out, bool caret_lit = true);
+// The caret's cell in pixels of `form` when it is drawn on the form's
+// picture (it is shown, lit, and its window is the form or a visible
+// control of it), clipped to that window.
+std::optional<PixelRect> CaretCellOnForm(const Host& host, const Form& form, bool caret_lit);
+
+// What a form's picture is made of, in paint order: the form's background
+// (its colour, or a backdrop picture of the form's size), the raster of
+// each visible control at its place in tab order, then the caret's cell,
+// inverted. A picture is composed a row at a time, so that a window can
+// compose only the rows that changed, straight into what it shows. It
+// points into the controls' rasters: compose before anything draws again.
+class FormPicture {
+ public:
+  // A window leaves the caret out in the dark half of its blink. A
+  // `backdrop` whose size is not the form's is not used.
+  FormPicture(const Host& host, const Form& form, bool caret_lit = true,
+              const Raster* backdrop = nullptr);
+
+  int Width() const { return width_; }
+  int Height() const { return height_; }
+  // Writes row `y` (0 <= y < Height()) of the picture into `out`, which
+  // holds Width() pixels.
+  void ComposeRow(int y, Rgb* out) const;
+
+ private:
+  // A control's raster, already clipped to the form.
+  struct Layer {
+    const Rgb* pixels;  // the raster's first row
+    int stride;         // the raster's width
+    int left;           // where the raster's column 0 lands on the form
+    int top;
+    PixelRect visible;  // the part of the form it covers
+  };
+
+  int width_;
+  int height_;
+  Rgb background_;
+  const Rgb* backdrop_ = nullptr;
+  std::vector<Layer> layers_;
+  std::optional<PixelRect> caret_;
+};
+
+// Draws `form` into `out` (resized to the form's client area): see
+// FormPicture.
+void RenderForm(const Host& host, const Form& form, Raster& out, bool caret_lit = true,
+                const Raster* backdrop = nullptr);
 Raster RenderForm(const Host& host, const Form& form);
 
 // One control's raster, with the caret when the control shows it.

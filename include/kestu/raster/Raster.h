@@ -49,6 +49,12 @@ class Raster : public Surface {
     debt_.Settle();
     return pixels_;
   }
+  // The same pixels to be written in place, such as a picture composed a
+  // row at a time: the stamp changes here, once.
+  std::span<Rgb> MutablePixels() {
+    Touch();
+    return pixels_;
+  }
   // The pixels as an opaque PNG; the same pixels always give the same bytes.
   std::vector<uint8_t> ToPng() const;
   // Writes ToPng() to `path`; a file that cannot be written throws the

@@ -1,7 +1,7 @@
 #pragma once
-// What a form's picture is made of, cheaply: the form's size and colour,
-// each visible control's place and the generation of its raster, and the
-// caret's cell. Two scenes of the same form say which rows of the picture
+// What a form's picture is made of, cheaply: the form's size and colour
+// (or backdrop), each visible control's place and the generation of its
+// raster, and the caret's cell. Two scenes of the same form say which rows of the picture
 // can differ, so a window compares and sends only those rows instead of
 // the whole picture.
 
@@ -32,11 +32,12 @@ class FormScene {
  public:
   // An empty scene: every row differs from it.
   FormScene() = default;
-  // `form` as RenderForm would draw it now, the caret only when `caret_lit`.
-  FormScene(const Host& host, const Form& form, bool caret_lit);
+  // `form` as FormPicture would compose it now, the caret only when
+  // `caret_lit`, over `backdrop` when there is one.
+  FormScene(const Host& host, const Form& form, bool caret_lit, const Raster* backdrop = nullptr);
 
   // The rows of this scene's picture that can differ from `before`'s: all
-  // of them when the form's size or colour changed or controls came, went,
+  // of them when the form's size, colour or backdrop changed or controls came, went,
   // showed, hid or changed order; else the rows a changed control or the
   // caret covered before or covers now. Empty when nothing changed.
   RowBand RowsChangedSince(const FormScene& before) const;
@@ -54,6 +55,8 @@ class FormScene {
   int width_ = -1;
   int height_ = -1;
   Rgb background_ = 0;
+  const Raster* backdrop_ = nullptr;
+  uint64_t backdrop_generation_ = 0;
   std::vector<Layer> layers_;
   std::optional<PixelRect> caret_;  // the caret's cell on the form, when drawn
 };

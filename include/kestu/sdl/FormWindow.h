@@ -1,11 +1,13 @@
 #pragma once
 // One form of the host shown in a real window: the window has the form's
 // caption and client size, follows the form's place on the screen, and
-// shows the form's picture, rendering it only when what it is made of
-// changed and sending only the rows that differ from what the window shows.
+// shows the form's picture, composing only the rows that what it is made of
+// says can have changed and sending only those that differ from what the
+// window shows.
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 
 #include "kestu/raster/Raster.h"
 #include "kestu/sdl/FormScene.h"
@@ -17,10 +19,10 @@ namespace kestu {
 class Host;
 class Form;
 
-// Drawn over a form's picture before it is shown (the gallery's captions).
-// It draws the same for the same form: a window renders again only when
-// the form's own picture can have changed.
-using FormOverlay = std::function<void(const Form&, Raster&)>;
+// The picture a form is drawn over instead of its plain colour (the
+// gallery's captions), or null. A backdrop of another size than the form
+// is not used.
+using FormBackdrop = std::function<const Raster*(const Form&)>;
 
 class FormWindow {
  public:
@@ -36,10 +38,16 @@ class FormWindow {
   uint32_t WindowId() const;
   SDL_Window* Window() const { return window_; }
 
-  // Renders the form (the caret only when `caret_lit`), draws `overlay`
-  // over it, and shows the rows that differ from what the window shows.
-  // False when nothing changed; then nothing is rendered either.
-  bool Present(bool caret_lit, const FormOverlay& overlay);
+  // Shows the form's picture (the caret only when `caret_lit`, over
+  // `backdrop` when there is one): the rows that can have changed are
+  // composed, and those that differ from what the window shows are sent.
+  // False when nothing was sent.
+  bool Present(bool caret_lit, const Raster* backdrop = nullptr);
+  // Whether Present would send anything: the picture can have changed.
+  bool Changed(bool caret_lit, const Raster* backdrop) const;
+  // The display frame of the last present.
+  std::optional<uint64_t> ShownInFrame() const { return shown_in_frame_; }
+  void SetShownInFrame(uint64_t frame) { shown_in_frame_ = frame; }
   // The window lost its pixels (exposed): the next Present shows all.
   void Invalidate() { whole_ = true; }
   // The window moved: the form's screen rectangle follows.
@@ -52,10 +60,9 @@ class FormWindow {
   Form& form_;
   int32_t form_hwnd_;
   SDL_Window* window_ = nullptr;
-  Raster frame_{0, 0};
-  Raster shown_{0, 0};
-  FormScene scene_;  // what `shown_` was rendered from
+  FormScene scene_;  // what the window shows was composed from
   bool whole_ = true;
+  std::optional<uint64_t> shown_in_frame_;
 };
 
 }  // namespace kestu

@@ -36,6 +36,8 @@ class SdlDesktop final : public Desktop {
  public:
   // How often the caret changes between lit and dark.
   static constexpr int kCaretBlinkMilliseconds = 530;
+  // The frame rate presents keep to when the display does not say its own.
+  static constexpr int kDefaultFramesPerSecond = 60;
 
   // Why there is no display to open windows on, or nothing when there is.
   static std::optional<std::string> DisplayProblem();
@@ -51,8 +53,13 @@ class SdlDesktop final : public Desktop {
   SdlDesktop(const SdlDesktop&) = delete;
   SdlDesktop& operator=(const SdlDesktop&) = delete;
 
-  // Drawn over every form's picture before it is shown.
-  void SetOverlay(FormOverlay overlay) { overlay_ = std::move(overlay); }
+  // What each form is drawn over instead of its plain colour.
+  void SetBackdrop(FormBackdrop backdrop) { backdrop_ = std::move(backdrop); }
+  // At most this many presents per window per second, on the desktop's
+  // clock: a window that changes again within a frame is shown at the
+  // next. 0: a present every turn that changed something (the default
+  // where there is no display to keep to).
+  void SetFrameRate(int frames_per_second) { frames_per_second_ = frames_per_second; }
 
   // Turns the loop until every window is closed.
   void Run();
@@ -81,6 +88,8 @@ class SdlDesktop final : public Desktop {
   // gives `handle` each event there is until it returns false. Due timers
   // run after every event: a stream of input never holds them up.
   void HandleInput(int wait_ms, const std::function<bool(const SDL_Event&)>& handle);
+  // SDL_WaitEventTimeout, without SDL's wake-up messages on X.
+  bool WaitForEvent(SDL_Event& event, int timeout_ms);
   void Dispatch(const SDL_Event& event);
   void DispatchWindowEvent(const SDL_Event& event);
   void DispatchInput(const SDL_Event& event, Form& form);
@@ -92,13 +101,21 @@ class SdlDesktop final : public Desktop {
   void PresentAll();
   // Lit again and the blink restarted: the caret shows at once after input.
   void WakeCaret();
+  // Until the next timer, or the next frame when a present waits for it.
   int MillisecondsToNextTimer() const;
+  // The display's frame at `ms` on the desktop's clock, and where a frame
+  // starts.
+  uint64_t FrameAt(uint64_t ms) const;
+  uint64_t FrameStartMs(uint64_t frame) const;
 
   Host& host_;
   Clock clock_;
   InputRouter router_;
   XBeeper beeper_;
-  FormOverlay overlay_;
+  FormBackdrop backdrop_;
+  int frames_per_second_ = 0;
+  bool frame_owed_ = false;  // a window waits for the next frame
+  int x_connection_ = -1;    // the X connection to wait on, once known
   std::vector<std::unique_ptr<FormWindow>> windows_;
   uint64_t next_tick_ms_ = 0;
   uint64_t next_blink_ms_ = 0;
