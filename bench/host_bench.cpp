@@ -1,5 +1,7 @@
 // The host's own costs: one key through the host to a control and back,
-// and a form of 50 controls composited and encoded as a picture.
+// the same key as a user's keyboard sends it to a control nested two
+// deep, a form of 50 controls composited and encoded as a picture, and a
+// form of 200 controls nested three deep composited.
 
 #include <benchmark/benchmark.h>
 
@@ -66,6 +68,28 @@ void BM_KeyThroughTheHost(benchmark::State& state) {
 }
 BENCHMARK(BM_KeyThroughTheHost);
 
+// The user's path: the active form's focused control, which sits in a
+// panel inside a panel, gets the key.
+void BM_KeyToAControlNestedTwoDeep(benchmark::State& state) {
+  Host host;
+  CountingObserver observer;
+  host.AddObserver(&observer);
+  Form& form = host.CreateForm("Main");
+  const ClassInfo* panel = ControlRegistry::Instance().Find("KestuPanel3D");
+  HostedControl& outer = host.NewControl(form, *panel, "outer", TwipsRect{0, 0, 3000, 3000});
+  HostedControl& inner =
+      host.NewControl(form, *panel, "inner", TwipsRect{150, 150, 2400, 2400}, &outer);
+  HostedControl& control =
+      host.NewControl(form, KeyEcho::Info(), "k", TwipsRect{150, 150, 1200, 480}, &inner);
+  host.SetFocus(&control);
+  for (auto _ : state) {
+    host.User().KeyDown(form, 65, 0);
+  }
+  benchmark::DoNotOptimize(observer.count);
+  host.RemoveObserver(&observer);
+}
+BENCHMARK(BM_KeyToAControlNestedTwoDeep);
+
 // A 640 x 480 form holding 50 panels of 80 x 40 pixels.
 class FiftyPanels {
  public:
@@ -104,6 +128,39 @@ void BM_EncodeFormOf50ControlsAsPng(benchmark::State& state) {
   }
 }
 BENCHMARK(BM_EncodeFormOf50ControlsAsPng)->Unit(benchmark::kMicrosecond);
+
+// An 800 x 600 form: 8 panels of 200 x 300 pixels, each holding 4 panels,
+// each of those holding 5 number boxes: 200 controls, three deep.
+void BM_CompositeFormOf200ControlsNestedThreeDeep(benchmark::State& state) {
+  Host host;
+  Form& form = host.CreateForm("Main", 12000, 9000);
+  const ClassInfo* panel = ControlRegistry::Instance().Find("KestuPanel3D");
+  const ClassInfo* box = ControlRegistry::Instance().Find("KestuNumberEdit");
+  int count = 0;
+  const auto name = [&count] {
+    std::string text = "c";  // appended, not "c" + ...: GCC 12 warns wrongly on that
+    text += std::to_string(count++);
+    return text;
+  };
+  for (int i = 0; i < 8; ++i) {
+    HostedControl& outer = host.NewControl(form, *panel, name(),
+                                           TwipsRect{(i % 4) * 3000, (i / 4) * 4500, 3000, 4500});
+    for (int j = 0; j < 4; ++j) {
+      HostedControl& middle = host.NewControl(
+          form, *panel, name(), TwipsRect{(j % 2) * 1500, (j / 2) * 2250, 1500, 2250}, &outer);
+      for (int k = 0; k < 5; ++k) {
+        host.NewControl(form, *box, name(), TwipsRect{75, 75 + k * 420, 1350, 375}, &middle);
+      }
+    }
+  }
+  Raster out(0, 0);
+  for (auto _ : state) {
+    RenderForm(host, form, out);
+    benchmark::DoNotOptimize(out.Pixels().data());
+  }
+  state.counters["controls"] = static_cast<double>(form.Controls().size());
+}
+BENCHMARK(BM_CompositeFormOf200ControlsNestedThreeDeep)->Unit(benchmark::kMicrosecond);
 
 }  // namespace
 }  // namespace kestu

@@ -14,6 +14,7 @@ ClassInfo& KestuPanel3D::Info() {
         "relevo 3D externo e um interno.]";
     c.default_width = 2400;
     c.default_height = 1200;
+    c.is_container = true;
     c.create = [] { return std::make_unique<KestuPanel3D>(); };
     using P = KestuPanel3D;
     c.properties = {

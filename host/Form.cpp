@@ -91,7 +91,9 @@ HostedControl* Form::FindControl(std::string_view name) const {
 }
 
 HostedControl& Form::Add(std::unique_ptr<HostedControl> control) {
+  stacking_.push_back(control.get());
   controls_.push_back(std::move(control));
+  Restacked();
   return *controls_.back();
 }
 
@@ -101,6 +103,8 @@ std::unique_ptr<HostedControl> Form::Remove(const HostedControl& control) {
   if (it == controls_.end()) return nullptr;
   std::unique_ptr<HostedControl> removed = std::move(*it);
   controls_.erase(it);
+  std::erase(stacking_, removed.get());
+  Restacked();
   if (active_control_ == removed.get()) active_control_ = nullptr;
   return removed;
 }
@@ -112,6 +116,55 @@ int Form::TabIndexOf(const HostedControl& control) const {
   return -1;
 }
 
+const std::vector<HostedControl*>& Form::PaintOrder() const {
+  if (paint_order_valid_) return paint_order_;
+  paint_order_.clear();
+  // Depth first from the form: each control, then what it holds.
+  const auto add_children = [this](const HostedControl* container, auto& add) -> void {
+    for (HostedControl* control : stacking_) {
+      if (control->Container() != container) continue;
+      paint_order_.push_back(control);
+      if (control->Class().is_container) add(control, add);
+    }
+  };
+  add_children(nullptr, add_children);
+  paint_order_valid_ = true;
+  return paint_order_;
+}
+
+std::vector<HostedControl*> Form::ChildrenOf(const HostedControl* container) const {
+  std::vector<HostedControl*> children;
+  for (HostedControl* control : stacking_) {
+    if (control->Container() == container) children.push_back(control);
+  }
+  return children;
+}
+
+void Form::BringToFront(const HostedControl& control) {
+  const auto it = std::find(stacking_.begin(), stacking_.end(), &control);
+  if (it == stacking_.end()) return;
+  std::rotate(it, it + 1, stacking_.end());
+  Restacked();
+}
+
+void Form::SendToBack(const HostedControl& control) {
+  const auto it = std::find(stacking_.begin(), stacking_.end(), &control);
+  if (it == stacking_.end()) return;
+  std::rotate(stacking_.begin(), it, it + 1);
+  Restacked();
+}
+
+HostedControl* Form::ControlAt(int x, int y) const {
+  const std::vector<HostedControl*>& order = PaintOrder();
+  for (auto it = order.rbegin(); it != order.rend(); ++it) {
+    const HostedControl& control = **it;
+    if (!control.ShownOnForm()) continue;
+    const PixelRect seen = control.VisibleOnForm();
+    if (x >= seen.left && x < seen.right && y >= seen.top && y < seen.bottom) return *it;
+  }
+  return nullptr;
+}
+
 void Form::SetTabIndex(const HostedControl& control, int index) {
   if (index < 0) throw RuntimeError(err::kInvalidPropertyValue, "TabIndex");
   const int from = TabIndexOf(control);
@@ -120,7 +173,8 @@ void Form::SetTabIndex(const HostedControl& control, int index) {
   auto moved = std::move(controls_[from]);
   controls_.erase(controls_.begin() + from);
   controls_.insert(controls_.begin() + to, std::move(moved));
-  // Docked controls stack in tab order, so the order may move them.
+  // Docked controls take their strips in tab order, so the order may
+  // move them.
   DockControls();
 }
 
@@ -129,8 +183,20 @@ void Form::DockControls() {
   // time is enough, the outer pass places everything.
   if (docking_) return;
   docking_ = true;
-  int left = 0, top = 0, right = width_twips_, bottom = height_twips_;
+  DockWithin(nullptr, width_twips_, height_twips_);
+  // Outer containers first: docking one resizes what it holds.
+  for (const HostedControl* control : PaintOrder()) {
+    if (control->Class().is_container) {
+      DockWithin(control, control->Bounds().width, control->Bounds().height);
+    }
+  }
+  docking_ = false;
+}
+
+void Form::DockWithin(const HostedControl* container, int width_twips, int height_twips) {
+  int left = 0, top = 0, right = width_twips, bottom = height_twips;
   for (const auto& control : controls_) {
+    if (control->Container() != container) continue;
     const TwipsRect bounds = control->Bounds();
     const int across = std::max(0, right - left);
     const int down = std::max(0, bottom - top);
@@ -157,7 +223,6 @@ void Form::DockControls() {
         break;
     }
   }
-  docking_ = false;
 }
 
 }  // namespace kestu

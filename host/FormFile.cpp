@@ -1,5 +1,6 @@
 #include "kestu/host/FormFile.h"
 
+#include <algorithm>
 #include <cctype>
 #include <initializer_list>
 #include <limits>
@@ -25,7 +26,9 @@ struct ControlEntry {
   bool visible = true;
   std::string tool_tip_text;
   int16_t align = 0;
+  std::optional<int> tab_index;  // none: where the file lists it
   PropertyBag bag;
+  std::vector<ControlEntry> children;  // what a container holds, back to front
 };
 
 struct FormEntry {
@@ -119,13 +122,24 @@ class Reader {
 
 constexpr int64_t kMaxTwips = std::numeric_limits<int32_t>::max();
 
-ControlEntry ReadControl(const Json& json, const std::string& source, size_t index) {
+std::vector<ControlEntry> ReadControls(const Json& list, const std::string& source,
+                                       std::vector<std::string>& names);
+
+ControlEntry ReadControl(const Json& json, const std::string& source, size_t index,
+                         std::vector<std::string>& names) {
   Reader reader(json, source + ": control " + std::to_string(index));
   ControlEntry entry;
   entry.name = reader.Name("Name");
   const Reader named(json, source + ": control '" + entry.name + "'");
+  for (const std::string& earlier : names) {
+    if (SameName(earlier, entry.name)) {
+      throw RuntimeError(err::kInvalidPropertyValue,
+                         source + ": control '" + entry.name + "' is named twice");
+    }
+  }
+  names.push_back(entry.name);
   named.OnlyKeys({"Type", "Name", "Left", "Top", "Width", "Height", "Visible", "ToolTipText",
-                  "Align", "Properties"});
+                  "Align", "TabIndex", "Properties", "Controls"});
   const std::string type = named.String("Type", "");
   if (!named.Find("Type")) named.Fail("missing key \"Type\"");
   entry.info = ControlRegistry::Instance().Find(type);
@@ -139,10 +153,29 @@ ControlEntry ReadControl(const Json& json, const std::string& source, size_t ind
   entry.visible = named.Boolean("Visible", true);
   entry.tool_tip_text = named.String("ToolTipText", "");
   entry.align = static_cast<int16_t>(named.Integer("Align", 0, align::kNone, align::kRight));
+  if (named.Find("TabIndex")) {
+    entry.tab_index = static_cast<int>(named.Integer("TabIndex", 0, 0, INT16_MAX));
+  }
   if (const Json* bag = named.Find("Properties")) {
     entry.bag = BagFromJson(*bag, named.Where());
   }
+  if (const Json* children = named.Find("Controls")) {
+    if (!entry.info->is_container) named.KeyFail("Controls", "a " + type + " holds no controls");
+    entry.children = ReadControls(*children, named.Where(), names);
+  }
   return entry;
+}
+
+std::vector<ControlEntry> ReadControls(const Json& list, const std::string& source,
+                                       std::vector<std::string>& names) {
+  if (!list.is_array()) {
+    throw RuntimeError(err::kInvalidPropertyValue,
+                       source + ": key \"Controls\": expected an array");
+  }
+  std::vector<ControlEntry> entries;
+  for (size_t i = 0; i < list.size(); ++i)
+    entries.push_back(ReadControl(list[i], source, i, names));
+  return entries;
 }
 
 FormEntry ReadForm(const Json& json, const std::string& source) {
@@ -161,18 +194,33 @@ FormEntry ReadForm(const Json& json, const std::string& source) {
     if (value.Type() != VarType::Font) reader.KeyFail("Font", "expected a font");
     form.font = value.ToFont();
   }
-  const Json& controls = reader.Require("Controls");
-  if (!controls.is_array()) reader.KeyFail("Controls", "expected an array");
-  for (size_t i = 0; i < controls.size(); ++i) {
-    ControlEntry entry = ReadControl(controls[i], source, i);
-    for (const ControlEntry& earlier : form.controls) {
-      if (SameName(earlier.name, entry.name)) {
-        reader.Fail("control '" + entry.name + "' is named twice");
-      }
-    }
-    form.controls.push_back(std::move(entry));
-  }
+  std::vector<std::string> names;
+  form.controls = ReadControls(reader.Require("Controls"), source, names);
   return form;
+}
+
+// The controls of `entries` restored into `container` (null: the form),
+// each container's own after it. The tab indices the file gives are
+// gathered in `tab_order`.
+void RestoreControls(Host& host, Form& form, std::vector<ControlEntry>& entries,
+                     HostedControl* container, const std::string& source,
+                     std::vector<std::pair<int, HostedControl*>>& tab_order) {
+  for (ControlEntry& control : entries) {
+    HostedControl* site = nullptr;
+    try {
+      site = &host.RestoreControl(form, *control.info, control.name, std::move(control.bag),
+                                  control.rect, container);
+      site->SetExtender("Visible", Variant::Boolean(control.visible));
+      site->SetExtender("ToolTipText", Variant(control.tool_tip_text));
+      site->SetExtender("Align", Variant(control.align));
+    } catch (const RuntimeError& error) {
+      throw RuntimeError(error.Number(),
+                         source + ": control '" + control.name +
+                             "': " + (error.Detail().empty() ? error.Message() : error.Detail()));
+    }
+    if (control.tab_index) tab_order.emplace_back(*control.tab_index, site);
+    RestoreControls(host, form, control.children, site, source, tab_order);
+  }
 }
 
 // Each control initialised and restored from its bag on a form nobody sees
@@ -183,19 +231,12 @@ std::unique_ptr<Form> BuildOffForm(Host& host, FormEntry& entry, const std::stri
   form->SetBackColor(entry.back_color);
   if (entry.font) form->SetFont(entry.font);
   try {
-    for (ControlEntry& control : entry.controls) {
-      try {
-        HostedControl& site = host.RestoreControl(*form, *control.info, control.name,
-                                                  std::move(control.bag), control.rect);
-        site.SetExtender("Visible", Variant::Boolean(control.visible));
-        site.SetExtender("ToolTipText", Variant(control.tool_tip_text));
-        site.SetExtender("Align", Variant(control.align));
-      } catch (const RuntimeError& error) {
-        throw RuntimeError(error.Number(),
-                           source + ": control '" + control.name +
-                               "': " + (error.Detail().empty() ? error.Message() : error.Detail()));
-      }
-    }
+    std::vector<std::pair<int, HostedControl*>> tab_order;
+    RestoreControls(host, *form, entry.controls, nullptr, source, tab_order);
+    // Placed in rising order, each index lands where the file says.
+    std::stable_sort(tab_order.begin(), tab_order.end(),
+                     [](const auto& a, const auto& b) { return a.first < b.first; });
+    for (const auto& [index, control] : tab_order) form->SetTabIndex(*control, index);
   } catch (...) {
     host.DiscardForm(std::move(form));
     throw;
@@ -203,16 +244,10 @@ std::unique_ptr<Form> BuildOffForm(Host& host, FormEntry& entry, const std::stri
   return form;
 }
 
-Json FormToJson(Host& host, Form& form) {
-  Json json;
-  json["Name"] = form.Name();
-  json["Caption"] = form.Caption();
-  json["Width"] = form.WidthTwips();
-  json["Height"] = form.HeightTwips();
-  json["BackColor"] = static_cast<int32_t>(form.BackColor());
-  json["Font"] = VariantToJson(Variant(form.Font()));
+// The controls `container` holds (null: the form's own), back to front.
+Json ControlsToJson(Host& host, Form& form, const HostedControl* container) {
   Json controls = Json::array();
-  for (const auto& control : form.Controls()) {
+  for (HostedControl* control : form.ChildrenOf(container)) {
     const TwipsRect bounds = control->Bounds();
     Json entry;
     entry["Type"] = control->Class().name;
@@ -224,10 +259,24 @@ Json FormToJson(Host& host, Form& form) {
     entry["Visible"] = control->Visible();
     entry["ToolTipText"] = control->ToolTipText();
     entry["Align"] = control->Align();
+    entry["TabIndex"] = form.TabIndexOf(*control);
     entry["Properties"] = BagToJson(host.SaveControl(*control));
+    Json children = ControlsToJson(host, form, control);
+    if (!children.empty()) entry["Controls"] = std::move(children);
     controls.push_back(std::move(entry));
   }
-  json["Controls"] = std::move(controls);
+  return controls;
+}
+
+Json FormToJson(Host& host, Form& form) {
+  Json json;
+  json["Name"] = form.Name();
+  json["Caption"] = form.Caption();
+  json["Width"] = form.WidthTwips();
+  json["Height"] = form.HeightTwips();
+  json["BackColor"] = static_cast<int32_t>(form.BackColor());
+  json["Font"] = VariantToJson(Variant(form.Font()));
+  json["Controls"] = ControlsToJson(host, form, nullptr);
   return json;
 }
 

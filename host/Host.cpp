@@ -83,11 +83,16 @@ void Host::TerminateControls(Form& form) {
 // ---- Controls ----
 
 HostedControl& Host::PlaceControl(Form& form, const ClassInfo& info, std::string name,
-                                  std::optional<TwipsRect> rect) {
+                                  std::optional<TwipsRect> rect, HostedControl* container) {
+  if (container && (&container->Owner() != &form || !container->Class().is_container)) {
+    throw RuntimeError(
+        err::kInvalidProcedureCall,
+        "'" + container->Name() + "' cannot hold controls on form '" + form.Name() + "'");
+  }
   const TwipsRect bounds = rect.value_or(TwipsRect{0, 0, info.default_width, info.default_height});
   AmbientValues ambient{.user_mode = user_mode_, .display_name = name};
-  return form.Add(
-      std::make_unique<HostedControl>(*this, form, info, std::move(name), bounds, ambient));
+  return form.Add(std::make_unique<HostedControl>(*this, form, info, std::move(name), bounds,
+                                                  ambient, container));
 }
 
 void Host::RunLifecycle(HostedControl& control, const std::function<void(UserControl&)>& steps) {
@@ -100,8 +105,8 @@ void Host::RunLifecycle(HostedControl& control, const std::function<void(UserCon
 }
 
 HostedControl& Host::NewControl(Form& form, const ClassInfo& info, std::string name,
-                                std::optional<TwipsRect> rect) {
-  HostedControl& control = PlaceControl(form, info, std::move(name), rect);
+                                std::optional<TwipsRect> rect, HostedControl* container) {
+  HostedControl& control = PlaceControl(form, info, std::move(name), rect, container);
   RunLifecycle(control, [](UserControl& c) {
     c.UserControl_Initialize();
     c.UserControl_InitProperties();
@@ -112,8 +117,9 @@ HostedControl& Host::NewControl(Form& form, const ClassInfo& info, std::string n
 }
 
 HostedControl& Host::RestoreControl(Form& form, const ClassInfo& info, std::string name,
-                                    PropertyBag bag, std::optional<TwipsRect> rect) {
-  HostedControl& control = PlaceControl(form, info, std::move(name), rect);
+                                    PropertyBag bag, std::optional<TwipsRect> rect,
+                                    HostedControl* container) {
+  HostedControl& control = PlaceControl(form, info, std::move(name), rect, container);
   RunLifecycle(control, [&bag](UserControl& c) {
     c.UserControl_Initialize();
     c.UserControl_ReadProperties(bag);
@@ -129,13 +135,16 @@ void Host::ShowControl(HostedControl& control) {
 }
 
 HostedControl& Host::LoadControl(Form& form, const ClassInfo& info, std::string name,
-                                 PropertyBag bag, std::optional<TwipsRect> rect) {
-  HostedControl& control = RestoreControl(form, info, std::move(name), std::move(bag), rect);
+                                 PropertyBag bag, std::optional<TwipsRect> rect,
+                                 HostedControl* container) {
+  HostedControl& control =
+      RestoreControl(form, info, std::move(name), std::move(bag), rect, container);
   ShowControl(control);
   return control;
 }
 
 void Host::RemoveControl(HostedControl& control) {
+  for (HostedControl* child : control.Owner().ChildrenOf(&control)) RemoveControl(*child);
   RunReportingErrors([&] { control.Control().UserControl_Terminate(); });
   ForgetControl(control);
   // Destroyed last: the form hands the control back and it goes here.
@@ -172,7 +181,7 @@ HostedControl* Host::FindControl(std::string_view name, const Form* preferred) c
 
 bool Host::SetFocus(HostedControl* control) {
   if (control == focused_) return true;
-  if (control && !control->WindowEnabled()) return false;
+  if (control && !control->EnabledOnForm()) return false;
   HostedControl* previous = focused_;
   focused_ = control;
   if (control) {

@@ -5,6 +5,7 @@
 
 #include "host/Units.h"
 #include "kestu/foundation/Integer.h"
+#include "kestu/host/Form.h"
 #include "kestu/host/Host.h"
 #include "kestu/host/KeyStroke.h"
 
@@ -44,24 +45,25 @@ std::vector<char32_t> Characters(std::string_view text) {
 }  // namespace
 
 void HostInput::KeyDown(HostedControl& control, int16_t key_code, int16_t shift) {
-  if (!control.WindowEnabled()) return;
+  if (!control.EnabledOnForm()) return;
   control.Control().UserControl_KeyDown(key_code, shift);
 }
 
 void HostInput::KeyPress(HostedControl& control, int16_t key_ascii) {
-  if (!control.WindowEnabled()) return;
+  if (!control.EnabledOnForm()) return;
   control.Control().UserControl_KeyPress(key_ascii);
 }
 
 void HostInput::KeyUp(HostedControl& control, int16_t key_code, int16_t shift) {
-  if (!control.WindowEnabled()) return;
+  if (!control.EnabledOnForm()) return;
   control.Control().UserControl_KeyUp(key_code, shift);
 }
 
-HostedControl* HostInput::AccessKeyOwner(const HostedControl& control, int16_t key_code) const {
+HostedControl* HostInput::AccessKeyOwner(const Form& form, int16_t key_code) {
   if (key_code <= 0 || key_code > 127 || !std::isalnum(key_code)) return nullptr;
   const int wanted = std::tolower(key_code);
-  for (const auto& candidate : control.Owner().Controls()) {
+  for (const auto& candidate : form.Controls()) {
+    if (!candidate->ShownOnForm() || !candidate->EnabledOnForm()) continue;
     for (char key : candidate->Control().AccessKeys()) {
       if (std::tolower(static_cast<unsigned char>(key)) == wanted) return candidate.get();
     }
@@ -71,8 +73,7 @@ HostedControl* HostInput::AccessKeyOwner(const HostedControl& control, int16_t k
 
 void HostInput::PressKey(HostedControl& control, int16_t key_code, int16_t shift) {
   if (shift & shift::kAlt) {
-    if (HostedControl* owner = AccessKeyOwner(control, key_code)) {
-      if (!owner->WindowEnabled()) return;
+    if (HostedControl* owner = AccessKeyOwner(control.Owner(), key_code)) {
       // The character as typed: lower case unless Shift is held too.
       int16_t key_ascii = static_cast<int16_t>((shift & shift::kShift) ? std::toupper(key_code)
                                                                        : std::tolower(key_code));
@@ -118,8 +119,8 @@ HostedControl& HostInput::MouseTarget(HostedControl& control, float& x, float& y
   if (!holder || holder == &control) return control;
   if (&holder->Owner() == &control.Owner()) {
     // Same form: translate exactly, in twips.
-    x += static_cast<float>(control.Bounds().left - holder->Bounds().left);
-    y += static_cast<float>(control.Bounds().top - holder->Bounds().top);
+    x += static_cast<float>(control.LeftOnForm() - holder->LeftOnForm());
+    y += static_cast<float>(control.TopOnForm() - holder->TopOnForm());
   } else {
     const POINTAPI cursor = host_.CursorPos();
     const POINTAPI origin = host_.ControlScreenOrigin(*holder);
@@ -135,7 +136,7 @@ void HostInput::Mouse(HostedControl& control, MouseAction action, int16_t button
   host_.SetCursorPos(origin.x + TwipsToPixels(x, control.TwipsPerPixelX()),
                      origin.y + TwipsToPixels(y, control.TwipsPerPixelY()));
   HostedControl& target = MouseTarget(control, x, y);
-  if (!target.WindowEnabled()) return;
+  if (!target.EnabledOnForm()) return;
   UserControl& procedures = target.Control();
   switch (action) {
     case MouseAction::Down:
@@ -155,14 +156,14 @@ void HostInput::Click(HostedControl& control, int16_t button, int16_t shift, flo
   Mouse(control, MouseAction::Down, button, shift, x, y);
   if (alive.expired()) return;
   Mouse(control, MouseAction::Up, button, shift, x, y);
-  if (alive.expired() || !control.WindowEnabled()) return;
+  if (alive.expired() || !control.EnabledOnForm()) return;
   control.Control().UserControl_Click();
 }
 
 void HostInput::DblClick(HostedControl& control, int16_t button, int16_t shift, float x, float y) {
   std::weak_ptr<int> alive = control.Lifetime();
   Click(control, button, shift, x, y);
-  if (alive.expired() || !control.WindowEnabled()) return;
+  if (alive.expired() || !control.EnabledOnForm()) return;
   control.Control().UserControl_DblClick();
   if (alive.expired()) return;
   Mouse(control, MouseAction::Up, button, shift, x, y);

@@ -8,6 +8,7 @@
 #include "kestu/foundation/RuntimeError.h"
 #include "kestu/host/Form.h"
 #include "kestu/host/Host.h"
+#include "platform/raster/Clip.h"
 
 namespace kestu {
 
@@ -32,9 +33,10 @@ std::optional<std::string_view> HostedControl::AmbientName(std::string_view name
 }
 
 HostedControl::HostedControl(Host& host, Form& form, const ClassInfo& info, std::string name,
-                             const TwipsRect& rect, AmbientValues ambient)
+                             const TwipsRect& rect, AmbientValues ambient, HostedControl* container)
     : host_(host),
       form_(&form),
+      container_(container),
       class_(info),
       name_(std::move(name)),
       twips_per_pixel_x_(host.TwipsPerPixelX()),
@@ -73,9 +75,19 @@ void HostedControl::Dock(const TwipsRect& rect) {
 PixelRect HostedControl::PixelBoundsOnForm() const {
   // The place is on the form's pixel grid; the size is the control's own
   // (they differ only when the screen changed between the two).
-  const int left = TwipsToPixels(left_, form_->TwipsPerPixelX());
-  const int top = TwipsToPixels(top_, form_->TwipsPerPixelY());
+  const PixelRect origin = container_ ? container_->PixelBoundsOnForm() : PixelRect{};
+  const int left = origin.left + TwipsToPixels(left_, form_->TwipsPerPixelX());
+  const int top = origin.top + TwipsToPixels(top_, form_->TwipsPerPixelY());
   return {left, top, left + raster_.Width(), top + raster_.Height()};
+}
+
+PixelRect HostedControl::ClipOnForm() const {
+  if (!container_) return {0, 0, form_->WidthPixels(), form_->HeightPixels()};
+  return Intersect(container_->ClipOnForm(), container_->PixelBoundsOnForm());
+}
+
+PixelRect HostedControl::VisibleOnForm() const {
+  return Intersect(PixelBoundsOnForm(), ClipOnForm());
 }
 
 void HostedControl::SetAmbient(std::string_view name, const Variant& value) {
@@ -169,6 +181,8 @@ void HostedControl::ApplySize(int width_twips, int height_twips) {
   height_ = height_twips;
   raster_.Resize(TwipsToPixels(width_, twips_per_pixel_x_),
                  TwipsToPixels(height_, twips_per_pixel_y_), ResolveColor(control_->BackColor()));
+  // The controls docked inside a container follow its new size.
+  if (class_.is_container) form_->DockControls();
   // Re-entrant on purpose: a control that sets its own size inside its
   // Resize procedure gets a nested Resize, as in the host it was made for.
   control_->UserControl_Resize();

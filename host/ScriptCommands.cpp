@@ -12,6 +12,7 @@
 #include "kestu/foundation/RuntimeError.h"
 #include "kestu/host/FormFile.h"
 #include "kestu/host/Host.h"
+#include "kestu/host/KeyStroke.h"
 #include "kestu/host/Snapshot.h"
 
 namespace kestu {
@@ -73,6 +74,10 @@ const std::map<std::string, ScriptCommands::Command, std::less<>>& ScriptCommand
       {"png", &ScriptCommands::Png},
       {"caret", &ScriptCommands::Caret},
       {"echo", &ScriptCommands::Echo},
+      {"pointer", &ScriptCommands::Pointer},
+      {"press", &ScriptCommands::PressCommand},
+      {"keys", &ScriptCommands::Keys},
+      {"accesskey", &ScriptCommands::AccessKey},
       {"paint", &ScriptCommands::Paint},
       {"remove", &ScriptCommands::Remove},
   };
@@ -148,6 +153,19 @@ std::optional<TwipsRect> ScriptCommands::Rect(const std::vector<ScriptValue>& va
   return TwipsRect{Long(values[0]), Long(values[1]), Long(values[2]), Long(values[3])};
 }
 
+std::pair<std::optional<TwipsRect>, HostedControl*> ScriptCommands::Placement(ScriptLexer& in) {
+  std::vector<ScriptValue> rect;
+  while (!in.AtEnd() && !in.Peek()->IsWord("in")) rect.push_back(ScriptValue::Parse(in));
+  if (!rect.empty() && rect.size() != 4) throw ScriptError("expected L T W H");
+  HostedControl* container = nullptr;
+  if (!in.AtEnd()) {
+    in.Next();
+    container = &ControlArgument(in);
+    End(in);
+  }
+  return {Rect(rect), container};
+}
+
 Form& ScriptCommands::CurrentForm() const {
   Form* form = host_.FindForm(current_form_);
   // The current form can only go when a form file replaced it, and then
@@ -220,9 +238,8 @@ void ScriptCommands::New(ScriptLexer& in) {
   if (CurrentForm().FindControl(name.text)) {
     throw ScriptError("control '" + name.text + "' already exists");
   }
-  const std::vector<ScriptValue> rect = Values(in);
-  if (!rect.empty() && rect.size() != 4) throw ScriptError("expected L T W H");
-  host_.NewControl(CurrentForm(), *info, name.text, Rect(rect));
+  const auto [rect, container] = Placement(in);
+  host_.NewControl(CurrentForm(), *info, name.text, rect, container);
 }
 
 void ScriptCommands::Load(ScriptLexer& in) {
@@ -242,13 +259,12 @@ void ScriptCommands::Load(ScriptLexer& in) {
     }
     file.erase(0, 1);
   }
-  const std::vector<ScriptValue> rect = Values(in);
-  if (!rect.empty() && rect.size() != 4) throw ScriptError("expected L T W H");
+  const auto [rect, container] = Placement(in);
 
   const std::string source = json ? "bag of " + name.text : file;
   const nlohmann::ordered_json parsed =
       json ? ParseJsonStrict(*json, source) : LoadJsonFile(ResolveInputPath(base_dir_, file));
-  host_.LoadControl(CurrentForm(), *info, name.text, BagFromJson(parsed, source), Rect(rect));
+  host_.LoadControl(CurrentForm(), *info, name.text, BagFromJson(parsed, source), rect, container);
 }
 
 void ScriptCommands::Save(ScriptLexer& in) {
@@ -336,11 +352,29 @@ void ScriptCommands::Get(ScriptLexer& in) {
   PrintValue(ref.full_name, value, ref.type_name);
 }
 
+// The extender's ZOrder method: 0 (or nothing) brings the control to the
+// front of its container, 1 sends it to the back.
+void ScriptCommands::ZOrder(HostedControl& control, const std::vector<ScriptValue>& values) {
+  if (values.size() > 1) throw RuntimeError(err::kWrongArguments, "ZOrder");
+  const int16_t position = values.empty() ? int16_t{0} : Integer(values[0]);
+  if (position == 0) {
+    control.Owner().BringToFront(control);
+  } else if (position == 1) {
+    control.Owner().SendToBack(control);
+  } else {
+    throw RuntimeError(err::kInvalidProcedureCall, "ZOrder");
+  }
+}
+
 void ScriptCommands::Call(ScriptLexer& in) {
   const auto [target, member] = MemberArgument(in, "NAME.METHOD");
   HostedControl* control = FindControl(target);
   if (!control) throw ScriptError("unknown control '" + target + "'");
   const MethodInfo* method = control->Class().FindMethod(member);
+  if (!method && SameName(member, "ZOrder")) {
+    ZOrder(*control, Values(in));
+    return;
+  }
   if (!method) throw ScriptError("unknown method '" + member + "' of " + control->Class().name);
   const std::vector<ScriptValue> values = Values(in);
 
@@ -480,6 +514,59 @@ void ScriptCommands::Click(ScriptLexer& in) {
 void ScriptCommands::DblClick(ScriptLexer& in) {
   const Press press = PressArguments(in);
   input_.DblClick(press.control, press.button, press.shift, press.x, press.y);
+}
+
+// ---- The user's path: input as a window delivers it ----
+
+Form& ScriptCommands::ActiveForm() const {
+  return host_.ActiveForm() ? *host_.ActiveForm() : CurrentForm();
+}
+
+void ScriptCommands::Pointer(ScriptLexer& in) {
+  const Token action = Word(in, "down, up or move");
+  const ScriptValue x = ValueArgument(in);
+  const ScriptValue y = ValueArgument(in);
+  const std::vector<ScriptValue> rest = Values(in);
+  if (rest.size() > 2) throw ScriptError("expected X Y [BUTTON [SHIFT]]");
+  const int16_t button = rest.empty() ? int16_t{1} : Integer(rest[0]);
+  const int16_t shift = rest.size() < 2 ? int16_t{0} : Integer(rest[1]);
+  UserInput& user = host_.User();
+  if (action.IsWord("down")) {
+    user.PointerDown(CurrentForm(), Long(x), Long(y), button, shift);
+  } else if (action.IsWord("up")) {
+    user.PointerUp(CurrentForm(), Long(x), Long(y), button, shift);
+  } else if (action.IsWord("move")) {
+    user.PointerMove(CurrentForm(), Long(x), Long(y), shift);
+  } else {
+    throw ScriptError("expected down, up or move");
+  }
+}
+
+void ScriptCommands::PressCommand(ScriptLexer& in) {
+  const ScriptValue code = ValueArgument(in);
+  const std::vector<ScriptValue> shift = Values(in);
+  if (shift.size() > 1) throw ScriptError("expected CODE [SHIFT]");
+  host_.User().Press(ActiveForm(), Integer(code), shift.empty() ? int16_t{0} : Integer(shift[0]));
+}
+
+void ScriptCommands::Keys(ScriptLexer& in) {
+  std::optional<Token> text = in.Next();
+  if (!text || !(text->Is(Token::Kind::String) || text->Is(Token::Kind::Word))) {
+    throw ScriptError("expected the text to type");
+  }
+  End(in);
+  host_.User().Keys(ActiveForm(), text->text);
+}
+
+void ScriptCommands::AccessKey(ScriptLexer& in) {
+  const Token key = Word(in, "a letter or digit");
+  End(in);
+  if (key.text.size() != 1 || !std::isalnum(static_cast<unsigned char>(key.text[0]))) {
+    throw ScriptError("expected a letter or digit");
+  }
+  const auto code = static_cast<int16_t>(std::toupper(static_cast<unsigned char>(key.text[0])));
+  host_.User().KeyDown(ActiveForm(), code, shift::kAlt);
+  host_.User().KeyUp(ActiveForm(), code, shift::kAlt);
 }
 
 void ScriptCommands::Cursor(ScriptLexer& in) {

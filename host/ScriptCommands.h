@@ -57,6 +57,13 @@ class ScriptCommands {
   void Focus(ScriptLexer& in);
   void Type(ScriptLexer& in);
   void Key(ScriptLexer& in);
+  void Pointer(ScriptLexer& in);
+  void PressCommand(ScriptLexer& in);
+  void Keys(ScriptLexer& in);
+  void AccessKey(ScriptLexer& in);
+  void ZOrder(HostedControl& control, const std::vector<ScriptValue>& values);
+  // The form keys go to: the active one, else the current one.
+  Form& ActiveForm() const;
   void KeyDown(ScriptLexer& in);
   void KeyUp(ScriptLexer& in);
   void KeyPress(ScriptLexer& in);
@@ -118,6 +125,8 @@ class ScriptCommands {
   // The values up to the end of the line.
   std::vector<ScriptValue> Values(ScriptLexer& in);
   // Four values as a place on the form, or nothing for none.
+  // [L T W H] [in CONTAINER], to the end of the line.
+  std::pair<std::optional<TwipsRect>, HostedControl*> Placement(ScriptLexer& in);
   std::optional<TwipsRect> Rect(const std::vector<ScriptValue>& values) const;
   void PrintValue(std::string_view target, const Variant& value, std::string_view type_name);
 

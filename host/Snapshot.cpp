@@ -3,19 +3,11 @@
 #include <algorithm>
 
 #include "kestu/host/Host.h"
+#include "platform/raster/Clip.h"
 
 namespace kestu {
 
 namespace {
-
-PixelRect Intersect(const PixelRect& a, const PixelRect& b) {
-  return {std::max(a.left, b.left), std::max(a.top, b.top), std::min(a.right, b.right),
-          std::min(a.bottom, b.bottom)};
-}
-
-bool IsEmpty(const PixelRect& r) {
-  return r.left >= r.right || r.top >= r.bottom;
-}
 
 // The caret's cell, clipped to its window at `window`, as the system
 // draws a solid caret.
@@ -36,8 +28,12 @@ std::optional<PixelRect> CaretCellOnForm(const Host& host, const Form& form, boo
   if (owner.form == &form) {
     return CaretCellIn(*caret, {0, 0, form.WidthPixels(), form.HeightPixels()});
   }
-  if (owner.control && &owner.control->Owner() == &form && owner.control->Visible()) {
-    return CaretCellIn(*caret, owner.control->PixelBoundsOnForm());
+  if (owner.control && &owner.control->Owner() == &form && owner.control->ShownOnForm()) {
+    const std::optional<PixelRect> cell = CaretCellIn(*caret, owner.control->PixelBoundsOnForm());
+    if (!cell) return std::nullopt;
+    const PixelRect clipped = Intersect(*cell, owner.control->ClipOnForm());
+    if (IsEmpty(clipped)) return std::nullopt;
+    return clipped;
   }
   return std::nullopt;
 }
@@ -50,12 +46,11 @@ FormPicture::FormPicture(const Host& host, const Form& form, bool caret_lit, con
     backdrop_ = backdrop->Pixels().data();
   }
   const PixelRect whole{0, 0, width_, height_};
-  for (const auto& control : form.Controls()) {
-    if (!control->Visible()) continue;
+  for (const HostedControl* control : form.PaintOrder()) {
+    if (!control->ShownOnForm()) continue;
     const Raster& raster = control->GetRaster();
     const PixelRect at = control->PixelBoundsOnForm();
-    const PixelRect covered =
-        Intersect({at.left, at.top, at.left + raster.Width(), at.top + raster.Height()}, whole);
+    const PixelRect covered = Intersect(control->VisibleOnForm(), whole);
     if (IsEmpty(covered)) continue;
     layers_.push_back({raster.Pixels().data(), raster.Width(), at.left, at.top, covered});
   }
@@ -63,23 +58,57 @@ FormPicture::FormPicture(const Host& host, const Form& form, bool caret_lit, con
     const PixelRect clipped = Intersect(*cell, whole);
     if (!IsEmpty(clipped)) caret_ = clipped;
   }
+  covered_.reserve(layers_.size() + 1);
 }
 
 void FormPicture::ComposeRow(int y, Rgb* out) const {
-  if (backdrop_) {
-    std::copy_n(backdrop_ + static_cast<size_t>(y) * width_, width_, out);
-  } else {
-    std::fill_n(out, width_, background_);
+  // Front to back, each pixel written once: a layer shows only where
+  // nothing in front of it covers it (every raster is opaque), and the
+  // background only where no layer does. A form of panels inside panels
+  // costs its area, not the sum of its controls' areas.
+  covered_.clear();
+  for (auto layer = layers_.rbegin(); layer != layers_.rend(); ++layer) {
+    if (y < layer->visible.top || y >= layer->visible.bottom) continue;
+    const Rgb* row = layer->pixels + static_cast<size_t>(y - layer->top) * layer->stride;
+    PaintUncovered(layer->visible.left, layer->visible.right, [&](int left, int right) {
+      std::copy(row + (left - layer->left), row + (right - layer->left), out + left);
+    });
   }
-  for (const Layer& layer : layers_) {
-    if (y < layer.visible.top || y >= layer.visible.bottom) continue;
-    const Rgb* row = layer.pixels + static_cast<size_t>(y - layer.top) * layer.stride;
-    std::copy(row + (layer.visible.left - layer.left), row + (layer.visible.right - layer.left),
-              out + layer.visible.left);
-  }
+  PaintUncovered(0, width_, [&](int left, int right) {
+    if (backdrop_) {
+      const Rgb* row = backdrop_ + static_cast<size_t>(y) * width_;
+      std::copy(row + left, row + right, out + left);
+    } else {
+      std::fill(out + left, out + right, background_);
+    }
+  });
   if (caret_ && y >= caret_->top && y < caret_->bottom) {
     for (int x = caret_->left; x < caret_->right; ++x) out[x] = ~out[x] & 0x00FFFFFFu;
   }
+}
+
+template <typename Paint>
+void FormPicture::PaintUncovered(int left, int right, Paint&& paint) const {
+  // `covered_` holds the columns painted so far on this row: sorted,
+  // disjoint spans.
+  size_t first = 0;
+  while (first < covered_.size() && covered_[first].right <= left) ++first;
+  size_t end = first;
+  int x = left;
+  for (; end < covered_.size() && covered_[end].left < right; ++end) {
+    if (covered_[end].left > x) paint(x, covered_[end].left);
+    x = std::max(x, covered_[end].right);
+  }
+  if (x < right) paint(x, right);
+  // The spans [first, end) overlap [left, right): one span takes their place.
+  Span merged{left, right};
+  if (first < end) {
+    merged.left = std::min(left, covered_[first].left);
+    merged.right = std::max(right, covered_[end - 1].right);
+  }
+  covered_.erase(covered_.begin() + static_cast<std::ptrdiff_t>(first),
+                 covered_.begin() + static_cast<std::ptrdiff_t>(end));
+  covered_.insert(covered_.begin() + static_cast<std::ptrdiff_t>(first), merged);
 }
 
 void RenderForm(const Host& host, const Form& form, Raster& out, bool caret_lit,

@@ -27,10 +27,10 @@ FormScene::FormScene(const Host& host, const Form& form, bool caret_lit, const R
       backdrop_(backdrop),
       backdrop_generation_(backdrop ? backdrop->Generation() : 0),
       caret_(CaretCellOnForm(host, form, caret_lit)) {
-  for (const auto& control : form.Controls()) {
-    if (!control->Visible()) continue;
+  for (const HostedControl* control : form.PaintOrder()) {
+    if (!control->ShownOnForm()) continue;
     layers_.push_back(
-        {control->hWnd(), control->PixelBoundsOnForm(), control->GetRaster().Generation()});
+        {control->hWnd(), control->VisibleOnForm(), control->GetRaster().Generation()});
   }
 }
 

@@ -106,16 +106,4 @@ int16_t ShiftBitsFor(uint16_t sdl_modifiers) {
   return bits;
 }
 
-int16_t KeyPressOfKey(int16_t key_code, int16_t shift) {
-  // Space is left to text input, which carries it.
-  if (key_code != 32) {
-    if (const int16_t character = CharacterOfKey(key_code)) return character;
-  }
-  const bool ctrl_only = (shift & shift::kCtrl) && !(shift & shift::kAlt);
-  if (ctrl_only && key_code >= 'A' && key_code <= 'Z') {
-    return static_cast<int16_t>(key_code - 'A' + 1);
-  }
-  return 0;
-}
-
 }  // namespace kestu

@@ -103,7 +103,7 @@ void SdlDesktop::SyncWindows() {
     // A form that comes up active gives the focus to its first control
     // that can take it.
     if (host_.ActiveForm() == form.get() && !host_.Focused()) {
-      host_.RunReportingErrors([&] { router_.MoveFocus(*form, false); });
+      host_.RunReportingErrors([&] { host_.User().MoveFocus(*form, false); });
     }
   }
 }

@@ -214,5 +214,18 @@ TEST(HostHandlers, ArgumentsPassedByValueCannotBeSet) {
   EXPECT_EQ(r.out.find("not reached"), std::string::npos);
 }
 
+TEST(KeyStroke, KeyPressesThatTextInputNeverCarries) {
+  EXPECT_EQ(KeyPressOfKey(8, 0), 8);
+  EXPECT_EQ(KeyPressOfKey(13, 1), 13);
+  EXPECT_EQ(KeyPressOfKey(27, 0), 27);
+  EXPECT_EQ(KeyPressOfKey('C', 2), 3);  // Ctrl+C
+  EXPECT_EQ(KeyPressOfKey('V', 3), 22);
+  // Text input carries these: sending them here would type them twice.
+  EXPECT_EQ(KeyPressOfKey(32, 0), 0);
+  EXPECT_EQ(KeyPressOfKey('C', 0), 0);
+  EXPECT_EQ(KeyPressOfKey('C', 6), 0);  // Ctrl+Alt is AltGr: a character
+  EXPECT_EQ(KeyPressOfKey(46, 0), 0);
+}
+
 }  // namespace
 }  // namespace kestu

@@ -38,12 +38,16 @@ TEST_F(SnapshotTest, BackgroundThenEachVisibleControlAtItsPlace) {
   EXPECT_EQ(form.GetPixel(45, 45), kRed);  // b is hidden
 }
 
-TEST_F(SnapshotTest, LaterControlsInTabOrderLieOnTop) {
+TEST_F(SnapshotTest, TheControlInFrontLiesOnTopWhateverTheTabOrder) {
   b_->Move(150, 150);
   b_->GetRaster().FillRect({0, 0, 20, 20}, 0x00FF00, RasterOp::CopyPen);
   EXPECT_EQ(RenderForm(host_, form_).GetPixel(15, 15), 0x00FF00u);
   b_->SetExtender("TabIndex", Variant(int16_t{0}));
+  EXPECT_EQ(RenderForm(host_, form_).GetPixel(15, 15), 0x00FF00u);
+  form_.SendToBack(*b_);
   EXPECT_EQ(RenderForm(host_, form_).GetPixel(15, 15), kFace);
+  form_.BringToFront(*b_);
+  EXPECT_EQ(RenderForm(host_, form_).GetPixel(15, 15), 0x00FF00u);
 }
 
 TEST_F(SnapshotTest, AShownCaretIsInvertedOnItsControlOnly) {

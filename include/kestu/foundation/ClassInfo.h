@@ -25,7 +25,7 @@ struct PropertyInfo {
   std::string name;
   std::string type_name;  // "OLE_COLOR", "Boolean", "KST_BorderStyle", ...
   VarType type = VarType::Empty;
-  std::string help;       // English, then the Portuguese in brackets
+  std::string help;                          // English, then the Portuguese in brackets
   std::function<Variant(UserControl&)> get;  // empty: write-only
   std::function<void(UserControl&, const Variant&)> set;  // empty: read-only
   bool persisted = true;
@@ -54,6 +54,8 @@ struct ClassInfo {
   std::string help;
   int default_width = 1200;  // twips
   int default_height = 480;
+  // A container holds other controls: the host places them inside it.
+  bool is_container = false;
   std::function<std::unique_ptr<UserControl>()> create;
   std::vector<PropertyInfo> properties;  // in the order of the interface
   std::vector<MethodInfo> methods;
@@ -85,12 +87,12 @@ class ControlRegistry {
 // Registers a class at load time: put `KESTU_REGISTER_CONTROL(KestuPanel3D)`
 // in the control's source; the class must have a static `ClassInfo&
 // Info()`.
-#define KESTU_REGISTER_CONTROL(Class)                                    \
-  namespace {                                                            \
-  [[maybe_unused]] const bool kestu_registered_##Class = [] {            \
-    ::kestu::ControlRegistry::Instance().Register(Class::Info());        \
-    return true;                                                         \
-  }();                                                                   \
+#define KESTU_REGISTER_CONTROL(Class)                             \
+  namespace {                                                     \
+  [[maybe_unused]] const bool kestu_registered_##Class = [] {     \
+    ::kestu::ControlRegistry::Instance().Register(Class::Info()); \
+    return true;                                                  \
+  }();                                                            \
   }
 
 // ---- Building property tables from member functions ----

@@ -66,11 +66,25 @@ class Form {
   OLE_COLOR BackColor() const { return back_color_; }
   void SetBackColor(OLE_COLOR color) { back_color_ = color; }
 
-  // The controls, in tab order.
+  // Every control of the form, those inside containers too, in tab order.
   const std::vector<std::unique_ptr<HostedControl>>& Controls() const { return controls_; }
+  // The controls in the order they are drawn: those on the form in their
+  // stacking order, back to front, each container followed by what it
+  // holds, in the same way. A control inside a container is always drawn
+  // above it; the tab order plays no part.
+  const std::vector<HostedControl*>& PaintOrder() const;
+  // The controls `container` holds (null: the form's own), back to front.
+  std::vector<HostedControl*> ChildrenOf(const HostedControl* container) const;
+  // Puts a control in front of the others of its container, or behind
+  // them.
+  void BringToFront(const HostedControl& control);
+  void SendToBack(const HostedControl& control);
+  // The innermost shown control under form pixel (x, y), the one in front
+  // where they overlap; null when the pointer is over the form itself.
+  HostedControl* ControlAt(int x, int y) const;
   // By name, ignoring case; null when there is none.
   HostedControl* FindControl(std::string_view name) const;
-  // Appends a control last in the tab order.
+  // Appends a control last in the tab order and in front of the others.
   HostedControl& Add(std::unique_ptr<HostedControl> control);
   // Takes a control off the form and hands it back.
   std::unique_ptr<HostedControl> Remove(const HostedControl& control);
@@ -96,8 +110,9 @@ class Form {
   Variant GetProperty(std::string_view name) const;
   void SetProperty(std::string_view name, const Variant& value);
 
-  // Places every docked control (extender `Align`) along its edge, in tab
-  // order, each one taking its strip from what the ones before it left.
+  // Places every docked control (extender `Align`) along its edge, of the
+  // form or of the container it sits in, in tab order, each one taking
+  // its strip from what the ones before it left.
   void DockControls();
 
  private:
@@ -112,7 +127,13 @@ class Form {
   int screen_top_ = 0;
   FontRef font_;
   OLE_COLOR back_color_ = syscolor::kButtonFace;
+  void DockWithin(const HostedControl* container, int width_twips, int height_twips);
+  void Restacked() { paint_order_valid_ = false; }
+
   std::vector<std::unique_ptr<HostedControl>> controls_;
+  std::vector<HostedControl*> stacking_;  // back to front, every control
+  mutable std::vector<HostedControl*> paint_order_;
+  mutable bool paint_order_valid_ = false;
   HostedControl* active_control_ = nullptr;
   bool modified_ = false;
   bool docking_ = false;

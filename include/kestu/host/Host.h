@@ -23,6 +23,7 @@
 #include "kestu/host/HostObserver.h"
 #include "kestu/host/HostedControl.h"
 #include "kestu/host/ToolWindow.h"
+#include "kestu/host/UserInput.h"
 
 namespace kestu {
 
@@ -90,21 +91,26 @@ class Host {
 
   // ---- Controls ----
   // A new control on `form`: Initialize, InitProperties, Resize, Show.
-  // Without `rect` it takes the class's default size at (0, 0). A failing
-  // procedure takes the control off again (after Terminate) and rethrows.
+  // Without `rect` it takes the class's default size at (0, 0). Inside
+  // `container`, a control of a container class on the same form (else
+  // error 5), `rect` is relative to it. A failing procedure takes the
+  // control off again (after Terminate) and rethrows.
   HostedControl& NewControl(Form& form, const ClassInfo& info, std::string name,
-                            std::optional<TwipsRect> rect = std::nullopt);
+                            std::optional<TwipsRect> rect = std::nullopt,
+                            HostedControl* container = nullptr);
   // A control restored from `bag`: Initialize, ReadProperties, Resize,
   // Show; all or nothing, like NewControl.
   HostedControl& LoadControl(Form& form, const ClassInfo& info, std::string name, PropertyBag bag,
-                             std::optional<TwipsRect> rect = std::nullopt);
+                             std::optional<TwipsRect> rect = std::nullopt,
+                             HostedControl* container = nullptr);
   // The first half of LoadControl: the control placed on `form` after
   // Initialize and ReadProperties, not yet resized or shown.
   HostedControl& RestoreControl(Form& form, const ClassInfo& info, std::string name,
-                                PropertyBag bag, std::optional<TwipsRect> rect);
+                                PropertyBag bag, std::optional<TwipsRect> rect,
+                                HostedControl* container = nullptr);
   // The second half: Resize and Show.
   void ShowControl(HostedControl& control);
-  // Terminate, then off the form.
+  // Terminate, then off the form; a container's controls go first.
   void RemoveControl(HostedControl& control);
   // WriteProperties into a fresh bag.
   PropertyBag SaveControl(HostedControl& control);
@@ -112,6 +118,9 @@ class Host {
   void Repaint(HostedControl& control);
   // By name on `preferred` first, then on every form; null when none.
   HostedControl* FindControl(std::string_view name, const Form* preferred = nullptr) const;
+
+  // ---- The user's keyboard and pointer, as a window or a script sends them ----
+  UserInput& User() { return user_input_; }
 
   // ---- Focus ----
   HostedControl* Focused() const { return focused_; }
@@ -194,7 +203,7 @@ class Host {
 
  private:
   HostedControl& PlaceControl(Form& form, const ClassInfo& info, std::string name,
-                              std::optional<TwipsRect> rect);
+                              std::optional<TwipsRect> rect, HostedControl* container);
   // Runs the lifecycle `steps`; when one fails the control is taken off
   // again and the error goes on to the caller.
   void RunLifecycle(HostedControl& control, const std::function<void(UserControl&)>& steps);
@@ -223,6 +232,7 @@ class Host {
   std::vector<HostObserver*> observers_;
   Desktop* desktop_ = nullptr;
   std::unique_ptr<HostWindowSystem> window_system_;
+  UserInput user_input_{*this};
   WindowSystem* previous_window_system_ = nullptr;
 };
 

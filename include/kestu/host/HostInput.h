@@ -10,6 +10,7 @@
 namespace kestu {
 
 class Host;
+class Form;
 class HostedControl;
 
 enum class MouseAction { Down, Up, Move };
@@ -47,8 +48,11 @@ class HostInput {
   // Down, up, Click, UserControl_DblClick, up: what a double click sends.
   void DblClick(HostedControl& control, int16_t button, int16_t shift, float x, float y);
 
+  // The first control in `form`'s tab order, shown and enabled, whose
+  // access keys include `key_code` (a letter or digit, either case).
+  static HostedControl* AccessKeyOwner(const Form& form, int16_t key_code);
+
  private:
-  HostedControl* AccessKeyOwner(const HostedControl& control, int16_t key_code) const;
   // The control that gets the mouse at (x, y) of `control`, and the point
   // in its own twips.
   HostedControl& MouseTarget(HostedControl& control, float& x, float& y) const;

@@ -42,9 +42,11 @@ struct AmbientValues {
 class HostedControl final : public ControlSite {
  public:
   // Creates the control of class `info` (no procedure runs yet) with its
-  // raster sized to `rect` at the screen's current twips per pixel.
+  // raster sized to `rect` at the screen's current twips per pixel. Inside
+  // `container` (a control of a container class on the same form) its
+  // place is relative to the container's; else to the form's.
   HostedControl(Host& host, Form& form, const ClassInfo& info, std::string name,
-                const TwipsRect& rect, AmbientValues ambient);
+                const TwipsRect& rect, AmbientValues ambient, HostedControl* container = nullptr);
   ~HostedControl() override;
   HostedControl(const HostedControl&) = delete;
   HostedControl& operator=(const HostedControl&) = delete;
@@ -52,6 +54,8 @@ class HostedControl final : public ControlSite {
   UserControl& Control() const { return *control_; }
   const ClassInfo& Class() const { return class_; }
   Form& Owner() const { return *form_; }
+  // The control this one sits in, or null when it sits on the form.
+  HostedControl* Container() const { return container_; }
   const std::string& Name() const { return name_; }
   Raster& GetRaster() { return raster_; }
   const Raster& GetRaster() const { return raster_; }
@@ -61,9 +65,15 @@ class HostedControl final : public ControlSite {
   // "Top", "Width", "Height", "Visible", "TabIndex", "ToolTipText",
   // "Align"), or nothing when the extender has no such property.
   static std::optional<std::string_view> ExtenderName(std::string_view name);
+  // The place is relative to the container the control sits in, if any.
   TwipsRect Bounds() const { return {left_, top_, width_, height_}; }
+  // The place on the form, in twips.
+  int LeftOnForm() const { return left_ + (container_ ? container_->LeftOnForm() : 0); }
+  int TopOnForm() const { return top_ + (container_ ? container_->TopOnForm() : 0); }
   void Move(int left_twips, int top_twips);
   bool Visible() const { return visible_; }
+  // Visible, and so is every container it sits in: it is on the screen.
+  bool ShownOnForm() const { return visible_ && (!container_ || container_->ShownOnForm()); }
   const std::string& ToolTipText() const { return tool_tip_text_; }
   int16_t Align() const { return align_; }
   // Size and place forced by docking; runs UserControl_Resize when the
@@ -75,10 +85,19 @@ class HostedControl final : public ControlSite {
   int TwipsPerPixelY() const { return twips_per_pixel_y_; }
   // Where the control's raster lies on its form, in pixels.
   PixelRect PixelBoundsOnForm() const;
+  // The part of the form a control may show itself in: the form, cut to
+  // each container it sits in.
+  PixelRect ClipOnForm() const;
+  // What of the control the form shows: its bounds, clipped.
+  PixelRect VisibleOnForm() const;
 
   // ---- Window state ----
   bool WindowEnabled() const { return window_enabled_; }
   void SetWindowEnabled(bool enabled) { window_enabled_ = enabled; }
+  // Enabled, and so is every container it sits in: it takes input.
+  bool EnabledOnForm() const {
+    return window_enabled_ && (!container_ || container_->EnabledOnForm());
+  }
 
   // ---- Ambient values ----
   // An ambient property's name as the host spells it ("UserMode",
@@ -132,6 +151,7 @@ class HostedControl final : public ControlSite {
 
   Host& host_;
   Form* form_;
+  HostedControl* container_;
   const ClassInfo& class_;
   std::string name_;
   int twips_per_pixel_x_;

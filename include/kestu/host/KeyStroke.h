@@ -29,4 +29,10 @@ KeyStroke KeyStrokeFor(char32_t character);
 // Escape, Space): that character's code, or 0.
 int16_t CharacterOfKey(int16_t key_code);
 
+// The KeyPress code a key stroke sends by itself, because the window
+// system's text input never carries control characters: Backspace, Enter,
+// Escape, and Ctrl with a letter (its control character, Ctrl+C is 3).
+// 0 for every other stroke; their characters come as text.
+int16_t KeyPressOfKey(int16_t key_code, int16_t shift);
+
 }  // namespace kestu

@@ -47,12 +47,23 @@ class FormPicture {
     PixelRect visible;  // the part of the form it covers
   };
 
+  // Columns [left, right) of a row.
+  struct Span {
+    int left;
+    int right;
+  };
+  // Calls `paint(left, right)` for each part of [left, right) that nothing
+  // painted before on this row covers, then counts it as covered.
+  template <typename Paint>
+  void PaintUncovered(int left, int right, Paint&& paint) const;
+
   int width_;
   int height_;
   Rgb background_;
   const Rgb* backdrop_ = nullptr;
   std::vector<Layer> layers_;
   std::optional<PixelRect> caret_;
+  mutable std::vector<Span> covered_;  // the row being composed
 };
 
 // Draws `form` into `out` (resized to the form's client area): see

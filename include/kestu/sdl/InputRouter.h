@@ -1,24 +1,20 @@
 #pragma once
-// The window system's keyboard and mouse, turned into the host's input
-// procedures for one form at a time: keys to the focused control through
-// the key table, typed text as KeyPress, Tab moving the focus, mouse
-// buttons to the control under the pointer (which keeps the mouse while a
-// button is held), clicks and double clicks as the host sends them.
+// The window system's keyboard and mouse in the host's terms: SDL's key
+// codes through the one key table, its modifiers as Shift bits, its
+// buttons as the host's button bits, each event handed to the host's
+// UserInput, which applies the same rules to scripts.
 
 #include <cstdint>
 #include <string_view>
-
-#include "kestu/host/HostInput.h"
 
 namespace kestu {
 
 class Host;
 class Form;
-class HostedControl;
 
 class InputRouter {
  public:
-  explicit InputRouter(Host& host) : host_(host), input_(host) {}
+  explicit InputRouter(Host& host) : host_(host) {}
 
   // A key went down or up in `form`'s window (SDL key code and modifiers).
   void KeyDown(Form& form, int32_t sdl_keycode, uint16_t sdl_modifiers);
@@ -34,25 +30,11 @@ class InputRouter {
   // The pointer moved to (x, y) of `form`'s client area.
   void MouseMove(Form& form, int x, int y, uint16_t sdl_modifiers);
 
-  // Tab: the focus to the next control in tab order that can take it
-  // (previous with Shift), round the end of the form.
-  void MoveFocus(Form& form, bool backwards);
-
   // True while a mouse button is held: the window keeps the pointer.
-  bool ButtonsHeld() const { return buttons_ != 0; }
+  bool ButtonsHeld() const;
 
  private:
-  HostedControl* Focused(const Form& form) const;
-  HostedControl* ControlAt(const Form& form, int x, int y) const;
-  HostedControl* Pressed() const;
-  void SendMouse(HostedControl& control, MouseAction action, int16_t button, int16_t shift, int x,
-                 int y);
-
   Host& host_;
-  HostInput input_;
-  int16_t buttons_ = 0;        // the host's bits of the buttons held
-  int32_t pressed_hwnd_ = 0;   // the control the held buttons went down on
-  bool double_click_ = false;  // the held press is the second of a double click
 };
 
 }  // namespace kestu

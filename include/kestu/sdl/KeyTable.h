@@ -14,10 +14,4 @@ int16_t VirtualKeyFor(int32_t sdl_keycode, bool num_lock);
 // The host's Shift bits (1 Shift, 2 Ctrl, 4 Alt) for SDL's modifier state.
 int16_t ShiftBitsFor(uint16_t sdl_modifiers);
 
-// The KeyPress code a key stroke sends by itself, because the window
-// system's text input never carries control characters: Backspace, Enter,
-// Escape, and Ctrl with a letter (its control character, Ctrl+C is 3).
-// 0 for every other stroke; their characters come as text.
-int16_t KeyPressOfKey(int16_t key_code, int16_t shift);
-
 }  // namespace kestu

@@ -1,0 +1,209 @@
+#include "kestu/host/UserInput.h"
+
+#include <cstdlib>
+
+#include "kestu/host/Form.h"
+#include "kestu/host/Host.h"
+#include "kestu/host/HostedControl.h"
+#include "kestu/host/KeyStroke.h"
+
+namespace kestu {
+
+namespace {
+
+constexpr int16_t kTab = 9;
+
+bool CanTakeFocus(const HostedControl& control) {
+  return control.ShownOnForm() && control.EnabledOnForm() && control.Control().CanGetFocus();
+}
+
+bool Inside(const PixelRect& r, int x, int y) {
+  return x >= r.left && x < r.right && y >= r.top && y < r.bottom;
+}
+
+// The character a key types by itself in a stroke: Space, digits and
+// letters (upper case with Shift); none with Ctrl or Alt held.
+std::optional<char> TypedCharacter(int16_t key_code, int16_t shift) {
+  if (shift & (shift::kCtrl | shift::kAlt)) return std::nullopt;
+  if (key_code == 32 || (key_code >= '0' && key_code <= '9')) return static_cast<char>(key_code);
+  if (key_code >= 'A' && key_code <= 'Z') {
+    return static_cast<char>((shift & shift::kShift) ? key_code : key_code - 'A' + 'a');
+  }
+  return std::nullopt;
+}
+
+}  // namespace
+
+HostedControl* UserInput::Focused(const Form& form) const {
+  HostedControl* focused = host_.Focused();
+  return focused && &focused->Owner() == &form ? focused : nullptr;
+}
+
+HostedControl* UserInput::Pressed() const {
+  return host_.FindWindow(pressed_hwnd_).control;
+}
+
+// ---- Keys ----
+
+void UserInput::KeyDown(Form& form, int16_t key_code, int16_t shift) {
+  if (key_code == 0) return;
+  // The form takes Tab for itself; Ctrl+Tab and Alt+Tab are not its.
+  if (key_code == kTab && (shift & (shift::kCtrl | shift::kAlt)) == 0) {
+    MoveFocus(form, (shift & shift::kShift) != 0);
+    return;
+  }
+  if (shift & shift::kAlt) {
+    if (HostedControl* owner = HostInput::AccessKeyOwner(form, key_code)) {
+      // The character as typed: lower case unless Shift is held too.
+      int16_t key_ascii = static_cast<int16_t>((shift & shift::kShift) ? std::toupper(key_code)
+                                                                       : std::tolower(key_code));
+      owner->Control().UserControl_AccessKeyPress(key_ascii);
+      return;
+    }
+  }
+  HostedControl* control = Focused(form);
+  if (!control) return;
+  const int16_t character = KeyPressOfKey(key_code, shift);
+  if (character == 0) {
+    input_.KeyDown(*control, key_code, shift);
+    return;
+  }
+  // The KeyDown's handlers may destroy the control before its KeyPress.
+  std::weak_ptr<int> alive = control->Lifetime();
+  input_.KeyDown(*control, key_code, shift);
+  if (!alive.expired()) input_.KeyPress(*control, character);
+}
+
+void UserInput::KeyUp(Form& form, int16_t key_code, int16_t shift) {
+  // The key up goes wherever the focus is now: after Tab, to the new
+  // holder, as the system sends it.
+  HostedControl* control = Focused(form);
+  if (key_code == 0 || !control) return;
+  input_.KeyUp(*control, key_code, shift);
+}
+
+void UserInput::Text(Form& form, std::string_view utf8) {
+  if (HostedControl* control = Focused(form)) input_.TypeText(*control, utf8);
+}
+
+void UserInput::Press(Form& form, int16_t key_code, int16_t shift) {
+  KeyDown(form, key_code, shift);
+  if (const std::optional<char> typed = TypedCharacter(key_code, shift)) {
+    Text(form, std::string_view(&*typed, 1));
+  }
+  KeyUp(form, key_code, shift);
+}
+
+void UserInput::Keys(Form& form, std::string_view utf8) {
+  for (size_t i = 0; i < utf8.size();) {
+    // One UTF-8 character at a time: its lead byte says how long it is.
+    const auto lead = static_cast<unsigned char>(utf8[i]);
+    const size_t length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : lead >= 0xC0 ? 2 : 1;
+    const std::string_view character = utf8.substr(i, length);
+    i += character.size();
+    if (character == "\t") {
+      Press(form, kTab, 0);
+      continue;
+    }
+    const KeyStroke stroke = character.size() == 1 ? KeyStrokeFor(lead) : KeyStroke{};
+    KeyDown(form, stroke.key_code, stroke.shift);
+    Text(form, character);
+    KeyUp(form, stroke.key_code, stroke.shift);
+  }
+}
+
+void UserInput::MoveFocus(Form& form, bool backwards) {
+  const auto& controls = form.Controls();
+  const int count = static_cast<int>(controls.size());
+  if (count == 0) return;
+  const HostedControl* from = Focused(form) ? Focused(form) : form.ActiveControl();
+  int index = from ? form.TabIndexOf(*from) : (backwards ? 0 : count - 1);
+  for (int tried = 0; tried < count; ++tried) {
+    index = (index + (backwards ? count - 1 : 1)) % count;
+    if (CanTakeFocus(*controls[index])) {
+      host_.SetFocus(controls[index].get());
+      return;
+    }
+  }
+}
+
+// ---- The pointer ----
+
+void UserInput::SendMouse(HostedControl& control, MouseAction action, int16_t button, int16_t shift,
+                          int x, int y) {
+  const PixelRect at = control.PixelBoundsOnForm();
+  const auto twips_x = static_cast<float>((x - at.left) * control.TwipsPerPixelX());
+  const auto twips_y = static_cast<float>((y - at.top) * control.TwipsPerPixelY());
+  input_.Mouse(control, action, button, shift, twips_x, twips_y);
+}
+
+bool UserInput::IsDoubleClick(const HostedControl& control, int x, int y) {
+  const int64_t now = host_.ClockMilliseconds();
+  const bool second = last_press_ && last_press_->hwnd == control.hWnd() &&
+                      now - last_press_->at_ms <= kDoubleClickMilliseconds &&
+                      std::abs(x - last_press_->x) <= kDoubleClickPixels &&
+                      std::abs(y - last_press_->y) <= kDoubleClickPixels;
+  // A third press starts a new pair.
+  if (second) {
+    last_press_.reset();
+  } else {
+    last_press_ = LeftPress{control.hWnd(), now, x, y};
+  }
+  return second;
+}
+
+void UserInput::PointerDown(Form& form, int x, int y, int16_t button, int16_t shift,
+                            std::optional<bool> double_click) {
+  if (button == 0) return;
+  const PixelRect screen = form.ScreenRect();
+  host_.SetCursorPos(screen.left + x, screen.top + y);
+  HostedControl* control = buttons_ ? Pressed() : form.ControlAt(x, y);
+  buttons_ |= button;
+  if (!control) return;
+  pressed_hwnd_ = control->hWnd();
+  std::weak_ptr<int> alive = control->Lifetime();
+  if (button == 1 && CanTakeFocus(*control)) {
+    host_.SetFocus(control);
+    if (alive.expired()) return;
+  }
+  // The second press of a double click is the DblClick itself; its
+  // release is a plain MouseUp.
+  const bool host_rule = button == 1 && IsDoubleClick(*control, x, y);
+  double_click_ = button == 1 && double_click.value_or(host_rule);
+  if (double_click_) {
+    if (control->EnabledOnForm()) control->Control().UserControl_DblClick();
+    return;
+  }
+  SendMouse(*control, MouseAction::Down, button, shift, x, y);
+}
+
+void UserInput::PointerUp(Form& form, int x, int y, int16_t button, int16_t shift) {
+  const PixelRect screen = form.ScreenRect();
+  host_.SetCursorPos(screen.left + x, screen.top + y);
+  if ((buttons_ & button) == 0) return;
+  buttons_ &= static_cast<int16_t>(~button);
+  HostedControl* control = Pressed();
+  const bool click = button == 1 && !double_click_;
+  // Cleared first: the procedures below may open a menu that runs the
+  // window system's loop again.
+  if (buttons_ == 0) pressed_hwnd_ = 0;
+  double_click_ = false;
+  if (!control) return;
+  std::weak_ptr<int> alive = control->Lifetime();
+  SendMouse(*control, MouseAction::Up, button, shift, x, y);
+  if (alive.expired() || !click || !control->EnabledOnForm()) return;
+  if (Inside(control->VisibleOnForm(), x, y)) control->Control().UserControl_Click();
+}
+
+void UserInput::PointerMove(Form& form, int x, int y, int16_t shift) {
+  const PixelRect screen = form.ScreenRect();
+  host_.SetCursorPos(screen.left + x, screen.top + y);
+  HostedControl* control = buttons_ ? Pressed() : form.ControlAt(x, y);
+  // Off every control, a control that holds the capture still hears.
+  HostedControl* holder = host_.CaptureHolder();
+  if (!control && holder && &holder->Owner() == &form) control = holder;
+  if (!control) return;
+  SendMouse(*control, MouseAction::Move, buttons_, shift, x, y);
+}
+
+}  // namespace kestu
