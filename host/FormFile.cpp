@@ -199,6 +199,20 @@ FormEntry ReadForm(const Json& json, const std::string& source) {
   return form;
 }
 
+// A key in a control's properties that the control does not save is one
+// it does not know: most likely a misspelling, which would otherwise fall
+// back to its default without a word.
+void WarnOfUnknownKeys(Host& host, HostedControl& control, const std::vector<std::string>& keys,
+                       const std::string& source) {
+  const PropertyBag known = host.SaveControl(control);
+  for (const std::string& key : keys) {
+    if (!known.Contains(key)) {
+      host.Warn(source + ": control '" + control.Name() + "' (" + control.Class().name +
+                "): unknown key \"" + key + "\" in \"Properties\" is ignored");
+    }
+  }
+}
+
 // The controls of `entries` restored into `container` (null: the form),
 // each container's own after it. The tab indices the file gives are
 // gathered in `tab_order`.
@@ -207,6 +221,8 @@ void RestoreControls(Host& host, Form& form, std::vector<ControlEntry>& entries,
                      std::vector<std::pair<int, HostedControl*>>& tab_order) {
   for (ControlEntry& control : entries) {
     HostedControl* site = nullptr;
+    std::vector<std::string> keys;
+    for (const auto& [key, value] : control.bag.Entries()) keys.push_back(key);
     try {
       site = &host.RestoreControl(form, *control.info, control.name, std::move(control.bag),
                                   control.rect, container);
@@ -218,6 +234,7 @@ void RestoreControls(Host& host, Form& form, std::vector<ControlEntry>& entries,
                          source + ": control '" + control.name +
                              "': " + (error.Detail().empty() ? error.Message() : error.Detail()));
     }
+    WarnOfUnknownKeys(host, *site, keys, source);
     if (control.tab_index) tab_order.emplace_back(*control.tab_index, site);
     RestoreControls(host, form, control.children, site, source, tab_order);
   }

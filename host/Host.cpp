@@ -1,6 +1,8 @@
 #include "kestu/host/Host.h"
 
 #include <algorithm>
+#include <iostream>
+#include <utility>
 
 #include "host/HostWindowSystem.h"
 #include "host/Names.h"
@@ -12,7 +14,8 @@ namespace kestu {
 
 Host::Host()
     : default_font_(MakeFont("MS Sans Serif", 8.25)),
-      window_system_(std::make_unique<HostWindowSystem>(*this)) {
+      window_system_(std::make_unique<HostWindowSystem>(*this)),
+      warnings_(&std::cerr) {
   previous_window_system_ = InstallWindowSystem(window_system_.get());
 }
 
@@ -197,6 +200,14 @@ bool Host::SetFocus(HostedControl* control) {
   }
   if (control && focused_ == control) control->Control().UserControl_GotFocus();
   return true;
+}
+
+void Host::Warn(std::string_view text) {
+  if (warnings_) *warnings_ << text << "\n";
+}
+
+std::ostream* Host::SetWarningStream(std::ostream* stream) {
+  return std::exchange(warnings_, stream);
 }
 
 HostedControl* Host::CaptureHolder() const {

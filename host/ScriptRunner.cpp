@@ -1,5 +1,6 @@
 #include "kestu/host/ScriptRunner.h"
 
+#include <algorithm>
 #include <fstream>
 #include <sstream>
 
@@ -22,14 +23,39 @@ ScriptRunner::ScriptRunner(Host& host, std::ostream& out, std::ostream& err)
   // handler changes them.
   host_.AddObserver(trace_.get());
   host_.AddObserver(handlers_.get());
+  previous_warnings_ = host_.SetWarningStream(&err_);
   if (!host_.FindForm("Form1")) host_.CreateForm("Form1");
   commands_ = std::make_unique<ScriptCommands>(host_, out_, *handlers_);
 }
 
 ScriptRunner::~ScriptRunner() {
+  host_.SetWarningStream(previous_warnings_);
   host_.RemoveObserver(handlers_.get());
   host_.RemoveObserver(trace_.get());
 }
+
+namespace {
+
+// The command and what it acts on, as written: "set n1.Value", "click n1",
+// "new KestuPanel3D p1".
+std::string_view CommandSubject(std::string_view line) {
+  const size_t start = line.find_first_not_of(" \t");
+  if (start == std::string_view::npos) return {};
+  const auto word_end = [&](size_t at) {
+    return std::min(line.find_first_of(" \t", at), line.size());
+  };
+  size_t end = word_end(start);
+  const std::string_view command = line.substr(start, end - start);
+  const int words = command == "new" || command == "load" ? 2 : 1;
+  for (int i = 0; i < words; ++i) {
+    const size_t next = line.find_first_not_of(" \t", end);
+    if (next == std::string_view::npos) break;
+    end = word_end(next);
+  }
+  return line.substr(start, end - start);
+}
+
+}  // namespace
 
 int ScriptRunner::Run(std::istream& script, const std::string& file_name,
                       const std::filesystem::path& base_dir) {
@@ -46,6 +72,13 @@ int ScriptRunner::Run(std::istream& script, const std::string& file_name,
       return kBadLine;
     } catch (const RuntimeError& error) {
       trace_->OnError(error);
+      // The trace line stays as the host prints it; where it came from
+      // goes beside it, for the script's author.
+      out_.flush();
+      err_ << file_name << ":" << number << ": " << CommandSubject(line) << ": error "
+           << error.Number() << " " << error.Message();
+      if (!error.Detail().empty()) err_ << " (" << error.Detail() << ")";
+      err_ << "\n";
     } catch (const std::exception& error) {
       out_.flush();
       err_ << file_name << ":" << number << ": " << error.what() << "\n";

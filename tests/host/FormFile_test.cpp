@@ -11,6 +11,7 @@
 #include "kestu/host/Host.h"
 #include "kestu/host/TraceWriter.h"
 #include "support/ProbeControl.h"
+#include "support/ScriptHarness.h"
 
 namespace kestu {
 namespace {
@@ -129,6 +130,31 @@ TEST_F(FormFileTest, AMissingFileIsFileNotFound) {
     EXPECT_EQ(error.Number(), err::kFileNotFound);
   }
   EXPECT_NE(host_.FindControl("a"), nullptr);
+}
+
+TEST_F(FormFileTest, AKeyNoControlKnowsIsAWarningNamingTheFileTheControlAndTheKey) {
+  std::string text = Text();
+  text.replace(text.find("\"Properties\": {"), 15, "\"Properties\": {\"Captoin\": \"x\",");
+  std::ostringstream warnings;
+  host_.SetWarningStream(&warnings);
+  LoadFormText(host_, text, "main.json");
+  host_.SetWarningStream(nullptr);
+  EXPECT_EQ(warnings.str(),
+            "main.json: control 'a' (KestuProbe): unknown key \"Captoin\" in \"Properties\" is "
+            "ignored\n");
+}
+
+TEST(ScriptErrors, ARunTimeErrorSaysWhereItCameFromOnStandardError) {
+  const ScriptResult r = RunScript(
+      "new KestuProbe p\n"
+      "set p.Number 99999\n"
+      "openform missing.json\n");
+  EXPECT_EQ(r.status, 0);
+  EXPECT_NE(r.out.find("error 6 Overflow\n"), std::string::npos);
+  EXPECT_NE(r.err.find("test.kss:2: set p.Number: error 6 Overflow"), std::string::npos) << r.err;
+  EXPECT_NE(r.err.find("test.kss:3: openform missing.json: error 53 File not found (missing.json"),
+            std::string::npos)
+      << r.err;
 }
 
 }  // namespace

@@ -58,7 +58,9 @@ TEST(HostLifecycle, ABagThatDoesNotFitLeavesNoControlBehind) {
             "event pr.Called(Procedure=\"Terminate\")\n"
             "error 6 Overflow\n");
   EXPECT_EQ(r.status, 2);
-  EXPECT_EQ(r.err, "test.kss:2: unknown control 'pr'\n");
+  EXPECT_EQ(r.err,
+            "test.kss:1: load KestuProbe pr: error 6 Overflow (key \"Number\": Double read as "
+            "Integer)\ntest.kss:2: unknown control 'pr'\n");
 }
 
 TEST(HostLifecycle, SaveRunsWriteProperties) {

@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <deque>
 #include <functional>
+#include <iosfwd>
 #include <map>
 #include <memory>
 #include <optional>
@@ -174,6 +175,12 @@ class Host {
     if (observers_.empty()) return;
     NotifyAll(report);
   }
+  // A warning for the form's author (a form file's key no control knows):
+  // one line on the warning stream, standard error unless set.
+  void Warn(std::string_view text);
+  // Sends warnings to `stream` (null: nowhere); returns the stream before.
+  std::ostream* SetWarningStream(std::ostream* stream);
+
   // Runs `procedure`; a run-time error it raises goes to the observers
   // instead of the caller (timers and other host-initiated calls).
   void RunReportingErrors(const std::function<void()>& procedure);
@@ -233,6 +240,7 @@ class Host {
   Desktop* desktop_ = nullptr;
   std::unique_ptr<HostWindowSystem> window_system_;
   UserInput user_input_{*this};
+  std::ostream* warnings_;
   WindowSystem* previous_window_system_ = nullptr;
 };
 

@@ -48,6 +48,7 @@ class ScriptRunner {
   std::unique_ptr<TraceWriter> trace_;
   std::unique_ptr<ScriptHandlers> handlers_;
   std::unique_ptr<ScriptCommands> commands_;
+  std::ostream* previous_warnings_ = nullptr;  // the host's, given back at the end
 };
 
 }  // namespace kestu
