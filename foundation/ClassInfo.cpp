@@ -1,18 +1,12 @@
 #include "kestu/foundation/ClassInfo.h"
 
 #include <algorithm>
-#include <cctype>
+
+#include "kestu/foundation/Text.h"
 
 namespace kestu {
 
 namespace {
-
-bool SameName(std::string_view a, std::string_view b) {
-  return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(), [](char x, char y) {
-           return std::tolower(static_cast<unsigned char>(x)) ==
-                  std::tolower(static_cast<unsigned char>(y));
-         });
-}
 
 template <typename Range, typename NameOf>
 auto FindByName(const Range& range, std::string_view name, NameOf name_of)

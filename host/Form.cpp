@@ -1,9 +1,9 @@
 #include "kestu/host/Form.h"
+#include "kestu/foundation/Text.h"
 
 #include <algorithm>
 #include <array>
 
-#include "host/Names.h"
 #include "host/Units.h"
 #include "kestu/foundation/Integer.h"
 #include "kestu/foundation/RuntimeError.h"

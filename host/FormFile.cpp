@@ -1,4 +1,5 @@
 #include "kestu/host/FormFile.h"
+#include "kestu/foundation/Text.h"
 
 #include <algorithm>
 #include <cctype>
@@ -8,7 +9,6 @@
 #include <vector>
 
 #include "foundation/VariantJson.h"
-#include "host/Names.h"
 #include "kestu/foundation/RuntimeError.h"
 #include "kestu/host/Host.h"
 

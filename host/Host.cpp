@@ -1,11 +1,11 @@
 #include "kestu/host/Host.h"
+#include "kestu/foundation/Text.h"
 
 #include <algorithm>
 #include <iostream>
 #include <utility>
 
 #include "host/HostWindowSystem.h"
-#include "host/Names.h"
 #include "host/Units.h"
 #include "kestu/foundation/RuntimeError.h"
 #include "kestu/host/Desktop.h"

@@ -4,45 +4,13 @@
 #include <vector>
 
 #include "host/Units.h"
-#include "kestu/foundation/Integer.h"
+#include "kestu/foundation/Keys.h"
+#include "kestu/foundation/Text.h"
 #include "kestu/host/Form.h"
 #include "kestu/host/Host.h"
 #include "kestu/host/KeyStroke.h"
 
 namespace kestu {
-
-namespace {
-
-// The characters of `text`; a byte that starts no valid UTF-8 sequence
-// stands for itself, as a Latin-1 character.
-std::vector<char32_t> Characters(std::string_view text) {
-  std::vector<char32_t> out;
-  size_t i = 0;
-  while (i < text.size()) {
-    const auto lead = static_cast<unsigned char>(text[i]);
-    const size_t extra = lead >= 0xF0 && lead <= 0xF4  ? 3
-                         : lead >= 0xE0 && lead < 0xF0 ? 2
-                         : lead >= 0xC2 && lead < 0xE0 ? 1
-                                                       : 0;
-    char32_t code = lead & (0x3Fu >> extra);
-    size_t k = 1;
-    while (k <= extra && i + k < text.size() &&
-           (static_cast<unsigned char>(text[i + k]) & 0xC0) == 0x80) {
-      code = (code << 6) | (static_cast<unsigned char>(text[i + k]) & 0x3Fu);
-      ++k;
-    }
-    if (extra > 0 && k == extra + 1) {
-      out.push_back(code);
-      i += k;
-    } else {
-      out.push_back(lead);
-      ++i;
-    }
-  }
-  return out;
-}
-
-}  // namespace
 
 void HostInput::KeyDown(HostedControl& control, int16_t key_code, int16_t shift) {
   if (!control.EnabledOnForm()) return;
@@ -71,16 +39,19 @@ HostedControl* HostInput::AccessKeyOwner(const Form& form, int16_t key_code) {
   return nullptr;
 }
 
+bool HostInput::SendAccessKey(const Form& form, int16_t key_code, int16_t shift) {
+  if ((shift & shift::kAlt) == 0) return false;
+  HostedControl* owner = AccessKeyOwner(form, key_code);
+  if (!owner) return false;
+  // The character as typed: lower case unless Shift is held too.
+  int16_t key_ascii = static_cast<int16_t>((shift & shift::kShift) ? std::toupper(key_code)
+                                                                   : std::tolower(key_code));
+  owner->Control().UserControl_AccessKeyPress(key_ascii);
+  return true;
+}
+
 void HostInput::PressKey(HostedControl& control, int16_t key_code, int16_t shift) {
-  if (shift & shift::kAlt) {
-    if (HostedControl* owner = AccessKeyOwner(control.Owner(), key_code)) {
-      // The character as typed: lower case unless Shift is held too.
-      int16_t key_ascii = static_cast<int16_t>((shift & shift::kShift) ? std::toupper(key_code)
-                                                                       : std::tolower(key_code));
-      owner->Control().UserControl_AccessKeyPress(key_ascii);
-      return;
-    }
-  }
+  if (SendAccessKey(control.Owner(), key_code, shift)) return;
   std::weak_ptr<int> alive = control.Lifetime();
   KeyDown(control, key_code, shift);
   if (alive.expired()) return;
@@ -93,10 +64,9 @@ void HostInput::PressKey(HostedControl& control, int16_t key_code, int16_t shift
 
 void HostInput::Type(HostedControl& control, std::string_view utf8) {
   std::weak_ptr<int> alive = control.Lifetime();
-  for (char32_t character : Characters(utf8)) {
+  for (char32_t character : DecodeUtf8(utf8)) {
     const KeyStroke stroke = KeyStrokeFor(character);
-    // KeyAscii is 16 bits: a character beyond it cannot be typed.
-    const int16_t key_ascii = ToInt16(static_cast<int64_t>(character));
+    const int16_t key_ascii = KeyAsciiFor(character);
     KeyDown(control, stroke.key_code, stroke.shift);
     if (alive.expired()) return;
     KeyPress(control, key_ascii);
@@ -108,8 +78,8 @@ void HostInput::Type(HostedControl& control, std::string_view utf8) {
 
 void HostInput::TypeText(HostedControl& control, std::string_view utf8) {
   std::weak_ptr<int> alive = control.Lifetime();
-  for (char32_t character : Characters(utf8)) {
-    KeyPress(control, ToInt16(static_cast<int64_t>(character)));
+  for (char32_t character : DecodeUtf8(utf8)) {
+    KeyPress(control, KeyAsciiFor(character));
     if (alive.expired()) return;
   }
 }

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "kestu/foundation/Text.h"
 #include "kestu/host/Host.h"
 #include "kestu/raster/SystemText.h"
 
@@ -17,10 +18,7 @@ PixelRect ToPixelRect(const RECT& rect) {
 std::string LeadingCharacters(std::string_view utf8, int32_t length) {
   if (length < 0) return std::string(utf8);
   size_t end = 0;
-  for (int32_t count = 0; end < utf8.size() && count < length; ++count) {
-    ++end;
-    while (end < utf8.size() && (static_cast<unsigned char>(utf8[end]) & 0xC0) == 0x80) ++end;
-  }
+  for (int32_t count = 0; end < utf8.size() && count < length; ++count) NextCodePoint(utf8, end);
   return std::string(utf8.substr(0, end));
 }
 

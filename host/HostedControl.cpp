@@ -1,8 +1,8 @@
 #include "kestu/host/HostedControl.h"
+#include "kestu/foundation/Text.h"
 
 #include <array>
 
-#include "host/Names.h"
 #include "host/Units.h"
 #include "kestu/foundation/Integer.h"
 #include "kestu/foundation/RuntimeError.h"

@@ -1,15 +1,16 @@
 #include "host/ScriptCommands.h"
 
+#include <algorithm>
 #include <cctype>
 #include <cstdio>
 
 #include "foundation/VariantJson.h"
-#include "host/Names.h"
 #include "host/ScriptError.h"
 #include "host/ScriptHandlers.h"
 #include "host/TraceFormat.h"
 #include "kestu/foundation/ClassInfo.h"
 #include "kestu/foundation/RuntimeError.h"
+#include "kestu/foundation/Text.h"
 #include "kestu/host/FormFile.h"
 #include "kestu/host/Host.h"
 #include "kestu/host/KeyStroke.h"
@@ -26,12 +27,6 @@ std::pair<std::string, std::string> SplitMember(const std::string& word, const c
     throw ScriptError(std::string("expected ") + what);
   }
   return {word.substr(0, dot), word.substr(dot + 1)};
-}
-
-std::string Lower(std::string_view text) {
-  std::string lower(text);
-  for (char& c : lower) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-  return lower;
 }
 
 }  // namespace
@@ -90,7 +85,10 @@ void ScriptCommands::Execute(std::string_view line) {
   if (!command) return;
   if (!command->Is(Token::Kind::Word)) throw ScriptError("expected a command");
   const auto& commands = Commands();
-  auto it = commands.find(Lower(command->text));
+  // Commands, like names, ignore case.
+  const auto it = std::find_if(commands.begin(), commands.end(), [&](const auto& entry) {
+    return SameName(entry.first, command->text);
+  });
   if (it == commands.end()) throw ScriptError("unknown command '" + command->text + "'");
   (this->*(it->second))(in);
 }

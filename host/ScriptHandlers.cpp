@@ -1,6 +1,6 @@
 #include "host/ScriptHandlers.h"
 
-#include "host/Names.h"
+#include "kestu/foundation/Text.h"
 #include "kestu/host/Host.h"
 
 namespace kestu {

@@ -2,8 +2,8 @@
 
 #include <charconv>
 
-#include "host/Names.h"
 #include "host/ScriptError.h"
+#include "kestu/foundation/Text.h"
 
 namespace kestu {
 
@@ -15,24 +15,6 @@ bool IsBlank(char c) {
 
 bool EndsWord(char c) {
   return IsBlank(c) || c == '"' || c == '(' || c == ')' || c == ',' || c == '=' || c == '#';
-}
-
-void AppendUtf8(std::string& out, uint32_t code) {
-  if (code < 0x80) {
-    out += static_cast<char>(code);
-  } else if (code < 0x800) {
-    out += static_cast<char>(0xC0 | (code >> 6));
-    out += static_cast<char>(0x80 | (code & 0x3F));
-  } else if (code < 0x10000) {
-    out += static_cast<char>(0xE0 | (code >> 12));
-    out += static_cast<char>(0x80 | ((code >> 6) & 0x3F));
-    out += static_cast<char>(0x80 | (code & 0x3F));
-  } else {
-    out += static_cast<char>(0xF0 | (code >> 18));
-    out += static_cast<char>(0x80 | ((code >> 12) & 0x3F));
-    out += static_cast<char>(0x80 | ((code >> 6) & 0x3F));
-    out += static_cast<char>(0x80 | (code & 0x3F));
-  }
 }
 
 uint32_t ParseHex(std::string_view digits, std::string_view what) {
@@ -142,7 +124,7 @@ void ScriptLexer::AppendEscape(std::string& out) {
       if (code > 0x10FFFF || (code >= 0xD800 && code <= 0xDFFF)) {
         throw ScriptError("bad \\u escape");
       }
-      AppendUtf8(out, code);
+      AppendUtf8(code, out);
       pos_ = close + 1;
       return;
     }

@@ -3,10 +3,10 @@
 #include <charconv>
 #include <limits>
 
-#include "host/Names.h"
 #include "host/ScriptError.h"
 #include "kestu/foundation/ClassInfo.h"
 #include "kestu/foundation/StdPicture.h"
+#include "kestu/foundation/Text.h"
 
 namespace kestu {
 

@@ -4,6 +4,7 @@
 #include <cstdio>
 
 #include "kestu/foundation/StdPicture.h"
+#include "kestu/foundation/Text.h"
 
 namespace kestu {
 
@@ -22,20 +23,6 @@ std::string Shortest(T value) {
   return text;
 }
 
-// Length of the valid UTF-8 sequence at `i`, or 0 when there is none.
-size_t Utf8SequenceLength(std::string_view s, size_t i) {
-  const auto lead = static_cast<unsigned char>(s[i]);
-  const size_t length = lead >= 0xF0 && lead <= 0xF4  ? 4
-                        : lead >= 0xE0 && lead < 0xF0 ? 3
-                        : lead >= 0xC2 && lead < 0xE0 ? 2
-                                                      : 0;
-  if (length == 0 || i + length > s.size()) return 0;
-  for (size_t k = 1; k < length; ++k) {
-    if ((static_cast<unsigned char>(s[i + k]) & 0xC0) != 0x80) return 0;
-  }
-  return length;
-}
-
 std::string HexByte(unsigned char c) {
   char buffer[8];
   std::snprintf(buffer, sizeof buffer, "\\x%02X", c);
@@ -51,7 +38,7 @@ std::string QuoteString(std::string_view s) {
     if (c >= 0x80) {
       // Characters print as they are; a stray byte prints as \xHH, so the
       // line reads back to the same bytes.
-      const size_t length = Utf8SequenceLength(s, i);
+      const size_t length = ValidSequenceLength(s, i);
       if (length == 0) {
         out += HexByte(c);
         ++i;

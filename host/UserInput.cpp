@@ -11,8 +11,6 @@ namespace kestu {
 
 namespace {
 
-constexpr int16_t kTab = 9;
-
 bool CanTakeFocus(const HostedControl& control) {
   return control.ShownOnForm() && control.EnabledOnForm() && control.Control().CanGetFocus();
 }
@@ -48,19 +46,11 @@ HostedControl* UserInput::Pressed() const {
 void UserInput::KeyDown(Form& form, int16_t key_code, int16_t shift) {
   if (key_code == 0) return;
   // The form takes Tab for itself; Ctrl+Tab and Alt+Tab are not its.
-  if (key_code == kTab && (shift & (shift::kCtrl | shift::kAlt)) == 0) {
+  if (key_code == key::kTab && (shift & (shift::kCtrl | shift::kAlt)) == 0) {
     MoveFocus(form, (shift & shift::kShift) != 0);
     return;
   }
-  if (shift & shift::kAlt) {
-    if (HostedControl* owner = HostInput::AccessKeyOwner(form, key_code)) {
-      // The character as typed: lower case unless Shift is held too.
-      int16_t key_ascii = static_cast<int16_t>((shift & shift::kShift) ? std::toupper(key_code)
-                                                                       : std::tolower(key_code));
-      owner->Control().UserControl_AccessKeyPress(key_ascii);
-      return;
-    }
-  }
+  if (HostInput::SendAccessKey(form, key_code, shift)) return;
   HostedControl* control = Focused(form);
   if (!control) return;
   const int16_t character = KeyPressOfKey(key_code, shift);
@@ -102,7 +92,7 @@ void UserInput::Keys(Form& form, std::string_view utf8) {
     const std::string_view character = utf8.substr(i, length);
     i += character.size();
     if (character == "\t") {
-      Press(form, kTab, 0);
+      Press(form, key::kTab, 0);
       continue;
     }
     const KeyStroke stroke = character.size() == 1 ? KeyStrokeFor(lead) : KeyStroke{};
@@ -162,14 +152,14 @@ void UserInput::PointerDown(Form& form, int x, int y, int16_t button, int16_t sh
   if (!control) return;
   pressed_hwnd_ = control->hWnd();
   std::weak_ptr<int> alive = control->Lifetime();
-  if (button == 1 && CanTakeFocus(*control)) {
+  if (button == button::kLeft && CanTakeFocus(*control)) {
     host_.SetFocus(control);
     if (alive.expired()) return;
   }
   // The second press of a double click is the DblClick itself; its
   // release is a plain MouseUp.
-  const bool host_rule = button == 1 && IsDoubleClick(*control, x, y);
-  double_click_ = button == 1 && double_click.value_or(host_rule);
+  const bool host_rule = button == button::kLeft && IsDoubleClick(*control, x, y);
+  double_click_ = button == button::kLeft && double_click.value_or(host_rule);
   if (double_click_) {
     if (control->EnabledOnForm()) control->Control().UserControl_DblClick();
     return;
@@ -183,7 +173,7 @@ void UserInput::PointerUp(Form& form, int x, int y, int16_t button, int16_t shif
   if ((buttons_ & button) == 0) return;
   buttons_ &= static_cast<int16_t>(~button);
   HostedControl* control = Pressed();
-  const bool click = button == 1 && !double_click_;
+  const bool click = button == button::kLeft && !double_click_;
   // Cleared first: the procedures below may open a menu that runs the
   // window system's loop again.
   if (buttons_ == 0) pressed_hwnd_ = 0;

@@ -8,27 +8,14 @@
 
 #include "kestu/foundation/Bevel.h"
 #include "kestu/foundation/KestuControlsAPI.h"
+#include "kestu/foundation/Keys.h"
 #include "kestu/foundation/PropertyBag.h"
+#include "kestu/foundation/Text.h"
 #include "numberedit/NumberText.h"
 
 namespace kestu {
 
 namespace {
-
-// Key codes and characters the box reacts to.
-constexpr int16_t kKeyBackspace = 8;
-constexpr int16_t kKeyEscape = 27;
-constexpr int16_t kKeyEnd = 35;
-constexpr int16_t kKeyHome = 36;
-constexpr int16_t kKeyLeft = 37;
-constexpr int16_t kKeyUp = 38;
-constexpr int16_t kKeyRight = 39;
-constexpr int16_t kKeyDown = 40;
-constexpr int16_t kKeyInsert = 45;
-constexpr int16_t kKeyDelete = 46;
-constexpr int16_t kShiftOnly = 1;
-constexpr int16_t kCtrlOnly = 2;
-constexpr int16_t kRightButton = 2;
 
 std::u32string_view Trimmed(std::u32string_view text) {
   while (!text.empty() && text.front() == U' ') text.remove_prefix(1);
@@ -112,11 +99,11 @@ void KestuNumberEdit::SetDisabledColor(OLE_COLOR color) {
 }
 
 Variant KestuNumberEdit::Text() const {
-  return Variant(ToUtf8(text_));
+  return Variant(EncodeUtf8(text_));
 }
 
 void KestuNumberEdit::StoreCanonical(const std::string& canonical) {
-  text_ = Rules().FromCanonical(ToUtf32(canonical));
+  text_ = Rules().FromCanonical(DecodeUtf8(canonical));
 }
 
 void KestuNumberEdit::SetText(const Variant& text) {
@@ -278,7 +265,7 @@ void KestuNumberEdit::UserControl_ReadProperties(PropertyBag& bag) {
   const OLE_COLOR back_color = read_color("BackColor", back_color_);
   const OLE_COLOR fore_color = read_color("ForeColor", fore_color_);
   const OLE_COLOR negative_color = read_color("NegativeColor", negative_color_);
-  const std::string text = bag.ReadAs("Text", Variant(ToUtf8(text_))).ToString();
+  const std::string text = bag.ReadAs("Text", Variant(EncodeUtf8(text_))).ToString();
   const bool enabled = read_bool("Enabled", enabled_);
   const bool selection_3d = read_bool("Selection3D", selection_3d_);
   const bool auto_select = read_bool("AutoSelect", auto_select_);
@@ -290,7 +277,7 @@ void KestuNumberEdit::UserControl_ReadProperties(PropertyBag& bag) {
   const bool locked = read_bool("Locked", locked_);
   const OLE_COLOR disabled_color = read_color("DisabledColor", syscolor::kGrayText);
   const OLE_COLOR locked_color = read_color("LockedColor", syscolor::kButtonText);
-  std::u32string stored_text = ToUtf32(text);
+  std::u32string stored_text = DecodeUtf8(text);
   NumberText::Length(stored_text);  // past 32767 characters: error 6, nothing stored
 
   font_ = font;
@@ -328,7 +315,7 @@ void KestuNumberEdit::UserControl_WriteProperties(PropertyBag& bag) {
   bag.WriteProperty("BackColor", color(back_color_));
   bag.WriteProperty("ForeColor", color(fore_color_));
   bag.WriteProperty("NegativeColor", color(negative_color_));
-  bag.WriteProperty("Text", Variant(ToUtf8(text_)));
+  bag.WriteProperty("Text", Variant(EncodeUtf8(text_)));
   bag.WriteProperty("Enabled", Variant::Boolean(enabled_));
   bag.WriteProperty("Font", Variant(font_));
   bag.WriteProperty("Selection3D", Variant::Boolean(selection_3d_));
@@ -425,20 +412,20 @@ void KestuNumberEdit::RaiseChanged() {
 void KestuNumberEdit::UserControl_KeyDown(int16_t& key_code, int16_t& shift) {
   if (!RaiseEvent(KeyDown, key_code, shift)) return;
   if (locked_) return;
-  if (shift == kCtrlOnly && key_code == kKeyInsert) {
+  if (shift == shift::kCtrl && key_code == key::kInsert) {
     // The menu item's state is the one its last showing left.
     if (menu_[kCopy].enabled) Menu_Click(kCopy);
     return;
   }
-  if (shift != 0 && shift != kShiftOnly) return;
-  if ((key_code == kKeyHome || key_code == kKeyEnd) && shift == kShiftOnly) {
+  if (shift != 0 && shift != shift::kShift) return;
+  if ((key_code == key::kHome || key_code == key::kEnd) && shift == shift::kShift) {
     SelectAll();
-  } else if (key_code == kKeyInsert) {
-    if (shift == kShiftOnly && menu_[kPaste].enabled) Menu_Click(kPaste);
-  } else if (key_code == kKeyDelete || key_code == kKeyBackspace) {
+  } else if (key_code == key::kInsert) {
+    if (shift == shift::kShift && menu_[kPaste].enabled) Menu_Click(kPaste);
+  } else if (key_code == key::kDelete || key_code == key::kBackspace) {
     RemoveLastCharacter();
-  } else if (key_code == kKeyHome || key_code == kKeyEnd || key_code == kKeyLeft ||
-             key_code == kKeyRight || key_code == kKeyUp || key_code == kKeyDown) {
+  } else if (key_code == key::kHome || key_code == key::kEnd || key_code == key::kLeft ||
+             key_code == key::kRight || key_code == key::kUp || key_code == key::kDown) {
     whole_selected_ = false;
     Draw(false);
   }
@@ -463,12 +450,12 @@ void KestuNumberEdit::UserControl_KeyPress(int16_t& key_ascii) {
   if (locked_) return;
   const auto key = static_cast<char32_t>(static_cast<uint16_t>(key_ascii));
   switch (key_ascii) {
-    case kKeyEscape:
+    case key::kEscape:
       // Back to the text at focus; no Changed, by design of the box.
       text_ = text_at_focus_;
       SelectAll();
       return;
-    case kKeyBackspace:
+    case key::kBackspace:
       return;  // KeyDown took it
     case '+':
     case '-':
@@ -561,7 +548,7 @@ void KestuNumberEdit::UserControl_MouseMove(int16_t& button, int16_t& shift, flo
 
 void KestuNumberEdit::UserControl_MouseUp(int16_t& button, int16_t& shift, float& x, float& y) {
   if (!RaiseEvent(MouseUp, button, shift, x, y)) return;
-  if (button != kRightButton || !AmbientUserMode()) return;
+  if (button != button::kRight || !AmbientUserMode()) return;
   UpdateMenu();
   if (const std::optional<int> chosen = PopupMenu(menu_)) Menu_Click(*chosen);
 }
@@ -596,7 +583,7 @@ void KestuNumberEdit::Menu_Click(int index) {
       Paste();
       break;
     case kDelete: {
-      int16_t key_code = kKeyDelete;
+      int16_t key_code = key::kDelete;
       int16_t shift = 0;
       UserControl_KeyDown(key_code, shift);
       break;
@@ -629,7 +616,7 @@ void KestuNumberEdit::Copy() {
 void KestuNumberEdit::Paste() {
   // Every character goes through the key rules, so a paste is exactly what
   // typing it would give: "1.234,5" with two decimals leaves "1,23".
-  const std::u32string pasted = ToUtf32(ClipboardGetText());
+  const std::u32string pasted = DecodeUtf8(ClipboardGetText());
   // A locked box keeps its text: the keys below stop at once.
   if (!locked_) text_.clear();
   for (char32_t c : pasted) {
@@ -649,7 +636,7 @@ OLE_COLOR KestuNumberEdit::TextColor() const {
 void KestuNumberEdit::Draw(bool normalise_first) {
   const NumberText rules = Rules();
   if (normalise_first) text_ = rules.Normalise(text_);
-  const std::string display = ToUtf8(rules.Display(text_, th_separator_));
+  const std::string display = EncodeUtf8(rules.Display(text_, th_separator_));
 
   // Work in whole pixels so that the face, the text and the caret line up.
   const int width_px = static_cast<int>(std::lround(ScaleWidth() / pixel_x_.value()));

@@ -75,9 +75,4 @@ class NumberText {
   int16_t dec_max_length_;
 };
 
-// UTF-8 at the interface, one character per position inside. Bytes that do
-// not form a character become U+FFFD.
-std::u32string ToUtf32(std::string_view utf8);
-std::string ToUtf8(std::u32string_view text);
-
 }  // namespace kestu

@@ -7,7 +7,7 @@
 
 #include "Clip.h"
 #include "TextSpans.h"
-#include "Utf8.h"
+#include "kestu/foundation/Text.h"
 #include "kestu/raster/FontEngine.h"
 
 namespace kestu {
@@ -16,11 +16,7 @@ namespace {
 
 // One character as laid out: whether the prefix "&" before it asked for
 // it to be underlined.
-struct Cell {
-  char32_t code_point = 0;
-  bool underlined = false;
-};
-using Line = std::vector<Cell>;
+using Line = std::vector<CaptionCharacter>;
 
 constexpr PixelRect kNoClipRect{INT_MIN, INT_MIN, INT_MAX, INT_MAX};
 
@@ -55,25 +51,13 @@ std::vector<std::u32string> SplitLines(std::string_view text, int32_t length, bo
   return lines;
 }
 
-// The prefix rule: "&" is hidden and underlines the character after it;
-// "&&" is one "&". Without prefixes every character stands as it is.
+// With prefixes, the caption rule ("&" underlines the next character);
+// without, every character stands as it is.
 Line ApplyPrefixes(const std::u32string& text, bool prefixes) {
+  if (prefixes) return ParseCaption(text);
   Line line;
-  bool underline_next = false;
-  for (size_t i = 0; i < text.size(); ++i) {
-    if (prefixes && text[i] == U'&') {
-      if (i + 1 < text.size() && text[i + 1] == U'&') {
-        line.push_back({U'&', underline_next});
-        underline_next = false;
-        ++i;
-      } else {
-        underline_next = true;
-      }
-      continue;
-    }
-    line.push_back({text[i], underline_next});
-    underline_next = false;
-  }
+  line.reserve(text.size());
+  for (char32_t c : text) line.push_back({c, false});
   return line;
 }
 
@@ -180,9 +164,9 @@ int32_t DrawSystemText(Surface& surface, const FontSpec& spec, std::string_view 
     const int baseline = top + metrics.ascent;
     const int left = LineLeft(rect, flags, LineWidth(font, line));
     int pen_x = left;
-    for (const Cell& cell : line) {
+    for (const CaptionCharacter& cell : line) {
       const int advance = PaintGlyph(font.GlyphFor(cell.code_point), pen_x, baseline, fill);
-      if (cell.underlined) fill(UnderlineRect(metrics, pen_x, baseline, advance));
+      if (cell.underline) fill(UnderlineRect(metrics, pen_x, baseline, advance));
       pen_x += advance;
     }
     PaintDecorations(spec, metrics, left, baseline, pen_x - left, fill);

@@ -5,8 +5,8 @@
 
 #include <string_view>
 
-#include "Utf8.h"
 #include "kestu/foundation/Surface.h"
+#include "kestu/foundation/Text.h"
 #include "kestu/raster/Font.h"
 
 namespace kestu {

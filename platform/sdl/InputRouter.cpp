@@ -2,6 +2,7 @@
 
 #include <SDL.h>
 
+#include "kestu/foundation/Keys.h"
 #include "kestu/host/Host.h"
 #include "kestu/sdl/KeyTable.h"
 
@@ -12,11 +13,11 @@ namespace {
 int16_t ButtonBit(int sdl_button) {
   switch (sdl_button) {
     case SDL_BUTTON_LEFT:
-      return 1;
+      return button::kLeft;
     case SDL_BUTTON_RIGHT:
-      return 2;
+      return button::kRight;
     case SDL_BUTTON_MIDDLE:
-      return 4;
+      return button::kMiddle;
     default:
       return 0;
   }

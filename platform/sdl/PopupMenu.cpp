@@ -4,6 +4,9 @@
 #include <cctype>
 #include <string>
 
+#include "kestu/foundation/Text.h"
+#include "kestu/host/KeyStroke.h"
+
 namespace kestu {
 
 namespace {
@@ -16,21 +19,25 @@ constexpr int kTextRightMargin = 17;  // room on the right for a submenu arrow
 constexpr int kItemPadding = 3;       // above and below the text
 constexpr int kSeparatorHeight = 9;
 
-// A caption without its "&" marks, and the position of the access key's
-// character in it (npos when none).
+// A caption without its "&" marks, and where its access key's character
+// is in it (npos when it has none).
 struct ShownCaption {
   std::string text;
-  size_t access = std::string::npos;
+  size_t access = std::string::npos;  // a byte offset in `text`
+  size_t access_length = 0;           // the character's UTF-8 bytes
+  char32_t access_key = 0;
 };
 
 ShownCaption Shown(const std::string& caption) {
   ShownCaption shown;
-  for (size_t i = 0; i < caption.size(); ++i) {
-    if (caption[i] == '&' && i + 1 < caption.size()) {
-      ++i;
-      if (caption[i] != '&' && shown.access == std::string::npos) shown.access = shown.text.size();
+  for (const CaptionCharacter& c : ParseCaption(DecodeUtf8(caption))) {
+    const size_t at = shown.text.size();
+    AppendUtf8(c.code_point, shown.text);
+    if (c.underline && shown.access == std::string::npos) {
+      shown.access = at;
+      shown.access_length = shown.text.size() - at;
+      shown.access_key = c.code_point;
     }
-    shown.text += caption[i];
   }
   return shown;
 }
@@ -104,23 +111,24 @@ std::optional<int> PopupMenu::AccessKeyItem(int16_t key_code) const {
   for (size_t i = 0; i < items_.size(); ++i) {
     const ShownCaption shown = Shown(items_[i].caption);
     if (shown.access == std::string::npos) continue;
-    const int key = std::toupper(static_cast<unsigned char>(shown.text[shown.access]));
-    if (key == key_code) return static_cast<int>(i);
+    // The key that types the character: "&s" and "&S" are the S key, "&ç"
+    // the key that carries "ç".
+    if (KeyStrokeFor(shown.access_key).key_code == key_code) return static_cast<int>(i);
   }
   return std::nullopt;
 }
 
 MenuKeyResult PopupMenu::PressKey(int16_t key_code) {
   switch (key_code) {
-    case 38:  // Up
+    case key::kUp:
       SetHighlight(Step(highlighted_, -1));
       return {};
-    case 40:  // Down
+    case key::kDown:
       SetHighlight(Step(highlighted_, +1));
       return {};
-    case 27:  // Escape
+    case key::kEscape:
       return {.closed = true};
-    case 13:  // Enter: a disabled item keeps the menu open, as the system's does
+    case key::kEnter:  // a disabled item keeps the menu open, as the system's does
       if (highlighted_ < 0) return {.closed = true};
       if (!items_[highlighted_].enabled) return {};
       return {.closed = true, .chosen = highlighted_};
@@ -187,13 +195,8 @@ void PopupMenu::DrawItem(int index) {
   const int before = picture_.MeasureText(kMenuFont, shown.text.substr(0, shown.access)).width;
   FontSpec underlined = kMenuFont;
   underlined.underline = true;
-  size_t length = 1;  // the whole UTF-8 sequence of the character
-  while (shown.access + length < shown.text.size() &&
-         (static_cast<unsigned char>(shown.text[shown.access + length]) & 0xC0) == 0x80) {
-    ++length;
-  }
-  picture_.DrawText(underlined, shown.text.substr(shown.access, length), x + before, y, ink,
-                    RasterOp::CopyPen);
+  picture_.DrawText(underlined, shown.text.substr(shown.access, shown.access_length), x + before, y,
+                    ink, RasterOp::CopyPen);
 }
 
 }  // namespace kestu

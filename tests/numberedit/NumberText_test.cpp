@@ -7,6 +7,7 @@
 #include <random>
 #include <string>
 
+#include "kestu/foundation/Text.h"
 #include "support/ExpectRuntimeError.h"
 
 namespace kestu {
@@ -25,11 +26,11 @@ NumberText Us(int16_t decimals) {
 // What the Value setter stores: the canonical form, cut and normalised,
 // then normalised once more by the redraw every setter ends with.
 std::string StoredForValue(const NumberText& rules, double value) {
-  return ToUtf8(rules.Normalise(rules.FromCanonical(NumberText::Canonical(value))));
+  return EncodeUtf8(rules.Normalise(rules.FromCanonical(NumberText::Canonical(value))));
 }
 
 std::string Shown(const NumberText& rules, std::string_view stored, bool grouped = true) {
-  return ToUtf8(rules.Display(ToUtf32(stored), grouped));
+  return EncodeUtf8(rules.Display(DecodeUtf8(stored), grouped));
 }
 
 TEST(NumberTextValue, SetterStoresCutDecimalsWithTheFormatsSeparator) {
@@ -48,8 +49,8 @@ TEST(NumberTextValue, SetterStoresCutDecimalsWithTheFormatsSeparator) {
 TEST(NumberTextValue, SmallMagnitudesLoseTheirLeadingZeroUntilTheRedraw) {
   // The setter's own normalisation pads ",5" and drops the zero it added;
   // the redraw that follows every setter puts it back.
-  EXPECT_EQ(ToUtf8(Brazil(2).FromCanonical(U".5")), ",50");
-  EXPECT_EQ(ToUtf8(Brazil(2).FromCanonical(U"-.5")), "-,50");
+  EXPECT_EQ(EncodeUtf8(Brazil(2).FromCanonical(U".5")), ",50");
+  EXPECT_EQ(EncodeUtf8(Brazil(2).FromCanonical(U"-.5")), "-,50");
   EXPECT_EQ(StoredForValue(Brazil(2), 0.5), "0,50");
   EXPECT_EQ(StoredForValue(Brazil(2), -0.5), "-0,50");
   // A negative value that cuts to zero is the plain zero.
@@ -58,21 +59,21 @@ TEST(NumberTextValue, SmallMagnitudesLoseTheirLeadingZeroUntilTheRedraw) {
 }
 
 TEST(NumberTextValue, TextOfASignOrASeparatorAloneIsZero) {
-  EXPECT_EQ(ToUtf8(Brazil(2).FromCanonical(U"-")), "0,00");
-  EXPECT_EQ(ToUtf8(Brazil(0).FromCanonical(U"-")), "0");
-  EXPECT_EQ(ToUtf8(Brazil(2).Normalise(U"-,")), "0,00");
-  EXPECT_EQ(ToUtf8(Brazil(3).Normalise(U"")), "0,000");
-  EXPECT_EQ(ToUtf8(Brazil(2).Normalise(U"-0")), "0,00");
+  EXPECT_EQ(EncodeUtf8(Brazil(2).FromCanonical(U"-")), "0,00");
+  EXPECT_EQ(EncodeUtf8(Brazil(0).FromCanonical(U"-")), "0");
+  EXPECT_EQ(EncodeUtf8(Brazil(2).Normalise(U"-,")), "0,00");
+  EXPECT_EQ(EncodeUtf8(Brazil(3).Normalise(U"")), "0,000");
+  EXPECT_EQ(EncodeUtf8(Brazil(2).Normalise(U"-0")), "0,00");
 }
 
 TEST(NumberTextValue, NormalisationPadsAndKeepsWhatItDoesNotPad) {
-  EXPECT_EQ(ToUtf8(Brazil(2).Normalise(U"12")), "12,00");
-  EXPECT_EQ(ToUtf8(Brazil(2).Normalise(U"12,")), "12,00");
-  EXPECT_EQ(ToUtf8(Brazil(2).Normalise(U"12,5")), "12,50");
-  EXPECT_EQ(ToUtf8(Brazil(2).Normalise(U"12,345")), "12,345");  // never cuts
-  EXPECT_EQ(ToUtf8(Brazil(0).Normalise(U"12,")), "12,");
-  EXPECT_EQ(ToUtf8(Brazil(0).Normalise(U"12,5")), "12,5");
-  EXPECT_EQ(ToUtf8(Brazil(3).Normalise(U"-,5")), "-,500");  // the lost "-0"
+  EXPECT_EQ(EncodeUtf8(Brazil(2).Normalise(U"12")), "12,00");
+  EXPECT_EQ(EncodeUtf8(Brazil(2).Normalise(U"12,")), "12,00");
+  EXPECT_EQ(EncodeUtf8(Brazil(2).Normalise(U"12,5")), "12,50");
+  EXPECT_EQ(EncodeUtf8(Brazil(2).Normalise(U"12,345")), "12,345");  // never cuts
+  EXPECT_EQ(EncodeUtf8(Brazil(0).Normalise(U"12,")), "12,");
+  EXPECT_EQ(EncodeUtf8(Brazil(0).Normalise(U"12,5")), "12,5");
+  EXPECT_EQ(EncodeUtf8(Brazil(3).Normalise(U"-,5")), "-,500");  // the lost "-0"
 }
 
 TEST(NumberTextValue, ValueReadsTheLeadingNumberOnly) {
@@ -85,7 +86,7 @@ TEST(NumberTextValue, ValueReadsTheLeadingNumberOnly) {
   // "12,5" is worth 12.
   EXPECT_EQ(Us(2).ValueOf(U"12,5"), 12);
   // An exponent form is kept as text and read up to its letter.
-  EXPECT_EQ(ToUtf8(NumberText::Canonical(1e15)), "1E+15");
+  EXPECT_EQ(EncodeUtf8(NumberText::Canonical(1e15)), "1E+15");
   EXPECT_EQ(StoredForValue(Brazil(2), 1e15), "1E+15,00");
   EXPECT_EQ(Brazil(2).ValueOf(U"1E+15,00"), 1);
 }
@@ -206,8 +207,8 @@ std::string Expected(const Sample& sample, int decimals, const Grouper& grouper)
 }
 
 void CheckFormat(const char* locale, char32_t thousands, char32_t decimal, uint64_t seed) {
-  const Grouper grouper = GrouperFor(locale, ToUtf8(std::u32string(1, thousands)).c_str(),
-                                     ToUtf8(std::u32string(1, decimal)).c_str());
+  const Grouper grouper = GrouperFor(locale, EncodeUtf8(std::u32string(1, thousands)).c_str(),
+                                     EncodeUtf8(std::u32string(1, decimal)).c_str());
   std::setlocale(LC_NUMERIC, "C");
   std::mt19937_64 random(seed);
   for (int i = 0; i < 20000; ++i) {

@@ -31,8 +31,8 @@ class HostInput {
   void PressKey(HostedControl& control, int16_t key_code, int16_t shift);
 
   // Each character of `utf8` as a keyboard sends it: KeyDown, KeyPress,
-  // KeyUp (see KeyStrokeFor). A byte that is not UTF-8 is typed as the
-  // Latin-1 character of that value.
+  // KeyUp (see KeyStrokeFor). A byte that is not UTF-8 is U+FFFD, which
+  // no KeyAscii holds: error 6.
   void Type(HostedControl& control, std::string_view utf8);
   // Only the KeyPress of each character of `utf8`: what a window system's
   // text input delivers between the key's own KeyDown and KeyUp.
@@ -48,6 +48,9 @@ class HostInput {
   // Down, up, Click, UserControl_DblClick, up: what a double click sends.
   void DblClick(HostedControl& control, int16_t button, int16_t shift, float x, float y);
 
+  // With Alt in `shift`, a key that is an access key on `form` goes to its
+  // control's UserControl_AccessKeyPress: true when it went.
+  static bool SendAccessKey(const Form& form, int16_t key_code, int16_t shift);
   // The first control in `form`'s tab order, shown and enabled, whose
   // access keys include `key_code` (a letter or digit, either case).
   static HostedControl* AccessKeyOwner(const Form& form, int16_t key_code);

@@ -3,14 +3,9 @@
 
 #include <cstdint>
 
-namespace kestu {
+#include "kestu/foundation/Keys.h"
 
-// The `Shift` bits of the key and mouse procedures.
-namespace shift {
-inline constexpr int16_t kShift = 1;
-inline constexpr int16_t kCtrl = 2;
-inline constexpr int16_t kAlt = 4;
-}  // namespace shift
+namespace kestu {
 
 struct KeyStroke {
   int16_t key_code = 0;
