@@ -12,7 +12,7 @@
 #include <new>
 #include <utility>
 
-#include "foundation/PictureCodecs.h"
+#include "codecs/PictureCodecs.h"
 #include "kestu/foundation/RuntimeError.h"
 
 namespace kestu {

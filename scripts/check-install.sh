@@ -14,4 +14,10 @@ PKG_CONFIG_PATH=$stage/lib/pkgconfig \
   g++ -std=c++20 "$root/examples/consumer/main.cpp" $(PKG_CONFIG_PATH=$stage/lib/pkgconfig pkg-config --cflags --libs kestu) \
   -o "$root/$build/consumer/consumer-pc"
 LD_LIBRARY_PATH=$stage/lib "$root/$build/consumer/consumer-pc"
-echo "install: find_package(Kestu) and pkg-config both build and run"
+# The script engine is kestu-script's and kestu-run's, not the library's:
+# a program that links libkestu.so carries none of it.
+if nm -D --defined-only "$stage/lib/libkestu.so" | grep -q "ScriptRunner\|TraceWriter\|ScriptLexer"; then
+  echo "install: libkestu.so exports the script engine" >&2
+  exit 1
+fi
+echo "install: find_package(Kestu) and pkg-config both build and run; no script engine in libkestu.so"

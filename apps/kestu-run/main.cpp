@@ -12,7 +12,7 @@
 #include "kestu/host/FormFile.h"
 #include "kestu/host/Host.h"
 #include "kestu/host/Snapshot.h"
-#include "kestu/host/TraceWriter.h"
+#include "kestu/script/TraceWriter.h"
 #include "kestu/sdl/SdlDesktop.h"
 
 namespace {

@@ -7,7 +7,7 @@
 #include <string>
 
 #include "kestu/host/Host.h"
-#include "kestu/host/ScriptRunner.h"
+#include "kestu/script/ScriptRunner.h"
 
 namespace {
 

@@ -9,7 +9,7 @@
 #include "kestu/foundation/RuntimeError.h"
 #include "kestu/host/FormFile.h"
 #include "kestu/host/Host.h"
-#include "kestu/host/TraceWriter.h"
+#include "kestu/script/TraceWriter.h"
 #include "support/ProbeControl.h"
 #include "support/ScriptHarness.h"
 

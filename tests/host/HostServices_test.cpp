@@ -5,7 +5,7 @@
 
 #include "kestu/foundation/KestuControlsAPI.h"
 #include "kestu/host/Host.h"
-#include "kestu/host/TraceWriter.h"
+#include "kestu/script/TraceWriter.h"
 #include "support/ProbeControl.h"
 #include "support/ScriptHarness.h"
 

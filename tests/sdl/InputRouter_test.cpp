@@ -7,7 +7,7 @@
 #include <sstream>
 
 #include "kestu/host/Host.h"
-#include "kestu/host/TraceWriter.h"
+#include "kestu/script/TraceWriter.h"
 #include "support/ScriptHarness.h"
 
 namespace kestu {

@@ -9,7 +9,7 @@
 #include <string_view>
 
 #include "kestu/host/Host.h"
-#include "kestu/host/ScriptRunner.h"
+#include "kestu/script/ScriptRunner.h"
 
 namespace kestu {
 

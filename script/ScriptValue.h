@@ -10,7 +10,7 @@
 #include <string>
 #include <string_view>
 
-#include "host/ScriptLexer.h"
+#include "script/ScriptLexer.h"
 #include "kestu/foundation/StdFont.h"
 #include "kestu/foundation/Variant.h"
 

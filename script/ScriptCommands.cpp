@@ -1,13 +1,13 @@
-#include "host/ScriptCommands.h"
+#include "script/ScriptCommands.h"
 
 #include <algorithm>
 #include <cctype>
 #include <cstdio>
 
 #include "foundation/VariantJson.h"
-#include "host/ScriptError.h"
-#include "host/ScriptHandlers.h"
-#include "host/TraceFormat.h"
+#include "script/ScriptError.h"
+#include "script/ScriptHandlers.h"
+#include "script/TraceFormat.h"
 #include "kestu/foundation/ClassInfo.h"
 #include "kestu/foundation/RuntimeError.h"
 #include "kestu/foundation/Text.h"

@@ -1,8 +1,8 @@
-#include "host/ScriptLexer.h"
+#include "script/ScriptLexer.h"
 
 #include <charconv>
 
-#include "host/ScriptError.h"
+#include "script/ScriptError.h"
 #include "kestu/foundation/Text.h"
 
 namespace kestu {

@@ -9,8 +9,8 @@
 #include <cstdlib>
 #include <vector>
 
-#include "foundation/LittleEndianReader.h"
-#include "foundation/PictureCodecs.h"
+#include "codecs/LittleEndianReader.h"
+#include "codecs/PictureCodecs.h"
 
 namespace kestu {
 

@@ -8,7 +8,7 @@
 #include <cstring>
 #include <vector>
 
-#include "foundation/PictureCodecs.h"
+#include "codecs/PictureCodecs.h"
 
 namespace kestu {
 

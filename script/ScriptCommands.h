@@ -10,8 +10,8 @@
 #include <string_view>
 #include <vector>
 
-#include "host/ScriptLexer.h"
-#include "host/ScriptValue.h"
+#include "script/ScriptLexer.h"
+#include "script/ScriptValue.h"
 #include "kestu/host/HostInput.h"
 #include "kestu/host/HostedControl.h"
 

@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <span>
 
-#include "foundation/PictureCodecs.h"
+#include "codecs/PictureCodecs.h"
 
 namespace kestu {
 

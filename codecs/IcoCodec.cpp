@@ -3,8 +3,8 @@
 
 #include <vector>
 
-#include "foundation/LittleEndianReader.h"
-#include "foundation/PictureCodecs.h"
+#include "codecs/LittleEndianReader.h"
+#include "codecs/PictureCodecs.h"
 
 namespace kestu {
 

@@ -1,15 +1,15 @@
-#include "kestu/host/ScriptRunner.h"
+#include "kestu/script/ScriptRunner.h"
 
 #include <algorithm>
 #include <fstream>
 #include <sstream>
 
-#include "host/ScriptCommands.h"
-#include "host/ScriptError.h"
-#include "host/ScriptHandlers.h"
+#include "script/ScriptCommands.h"
+#include "script/ScriptError.h"
+#include "script/ScriptHandlers.h"
 #include "kestu/foundation/RuntimeError.h"
 #include "kestu/host/Host.h"
-#include "kestu/host/TraceWriter.h"
+#include "kestu/script/TraceWriter.h"
 
 namespace kestu {
 

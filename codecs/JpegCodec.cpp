@@ -10,7 +10,7 @@
 
 #include <vector>
 
-#include "foundation/PictureCodecs.h"
+#include "codecs/PictureCodecs.h"
 
 namespace kestu {
 

@@ -1,4 +1,4 @@
-#include "host/TraceFormat.h"
+#include "script/TraceFormat.h"
 
 #include <charconv>
 #include <cstdio>

@@ -1,8 +1,8 @@
-#include "kestu/host/TraceWriter.h"
+#include "kestu/script/TraceWriter.h"
 
 #include <initializer_list>
 
-#include "host/TraceFormat.h"
+#include "script/TraceFormat.h"
 #include "kestu/host/HostedControl.h"
 #include "kestu/host/ToolWindow.h"
 

@@ -9,7 +9,7 @@
 #include <new>
 #include <vector>
 
-#include "foundation/PictureCodecs.h"
+#include "codecs/PictureCodecs.h"
 #include "kestu/foundation/RuntimeError.h"
 
 namespace kestu {

@@ -1,9 +1,9 @@
-#include "host/ScriptValue.h"
+#include "script/ScriptValue.h"
 
 #include <charconv>
 #include <limits>
 
-#include "host/ScriptError.h"
+#include "script/ScriptError.h"
 #include "kestu/foundation/ClassInfo.h"
 #include "kestu/foundation/StdPicture.h"
 #include "kestu/foundation/Text.h"

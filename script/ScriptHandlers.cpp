@@ -1,4 +1,4 @@
-#include "host/ScriptHandlers.h"
+#include "script/ScriptHandlers.h"
 
 #include "kestu/foundation/Text.h"
 #include "kestu/host/Host.h"
