@@ -14,9 +14,9 @@
 #include <memory>
 #include <string_view>
 
+#include "kestu/desktop/SdlDesktop.h"
 #include "kestu/foundation/ClassInfo.h"
 #include "kestu/host/Host.h"
-#include "kestu/sdl/SdlDesktop.h"
 
 namespace {
 

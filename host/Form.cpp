@@ -183,14 +183,19 @@ void Form::DockControls() {
   // time is enough, the outer pass places everything.
   if (docking_) return;
   docking_ = true;
+  struct Done {
+    bool& docking;
+    ~Done() { docking = false; }  // a Resize that raises ends the pass too
+  } done{docking_};
   DockWithin(nullptr, width_twips_, height_twips_);
-  // Outer containers first: docking one resizes what it holds.
-  for (const HostedControl* control : PaintOrder()) {
-    if (control->Class().is_container) {
+  // Outer containers first: docking one resizes what it holds. A copy:
+  // the procedures that docking runs may change the form.
+  const std::vector<HostedControl*> order = PaintOrder();
+  for (const HostedControl* control : order) {
+    if (control->Class().is_container && TabIndexOf(*control) >= 0) {
       DockWithin(control, control->Bounds().width, control->Bounds().height);
     }
   }
-  docking_ = false;
 }
 
 void Form::DockWithin(const HostedControl* container, int width_twips, int height_twips) {

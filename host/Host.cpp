@@ -92,6 +92,9 @@ HostedControl& Host::PlaceControl(Form& form, const ClassInfo& info, std::string
         err::kInvalidProcedureCall,
         "'" + container->Name() + "' cannot hold controls on form '" + form.Name() + "'");
   }
+  if (container && container->Depth() + 1 >= kMaxNesting) {
+    throw RuntimeError(err::kInvalidProcedureCall, "containers nest only so deep");
+  }
   const TwipsRect bounds = rect.value_or(TwipsRect{0, 0, info.default_width, info.default_height});
   AmbientValues ambient{.user_mode = user_mode_, .display_name = name};
   return form.Add(std::make_unique<HostedControl>(*this, form, info, std::move(name), bounds,
@@ -147,7 +150,14 @@ HostedControl& Host::LoadControl(Form& form, const ClassInfo& info, std::string 
 }
 
 void Host::RemoveControl(HostedControl& control) {
-  for (HostedControl* child : control.Owner().ChildrenOf(&control)) RemoveControl(*child);
+  // By lifetime: a child's Terminate may remove a sibling first.
+  std::vector<std::pair<std::weak_ptr<int>, HostedControl*>> children;
+  for (HostedControl* child : control.Owner().ChildrenOf(&control)) {
+    children.emplace_back(child->Lifetime(), child);
+  }
+  for (auto& [alive, child] : children) {
+    if (!alive.expired()) RemoveControl(*child);
+  }
   RunReportingErrors([&] { control.Control().UserControl_Terminate(); });
   ForgetControl(control);
   // Destroyed last: the form hands the control back and it goes here.

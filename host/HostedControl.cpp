@@ -8,7 +8,7 @@
 #include "kestu/foundation/RuntimeError.h"
 #include "kestu/host/Form.h"
 #include "kestu/host/Host.h"
-#include "platform/raster/Clip.h"
+#include "raster/Clip.h"
 
 namespace kestu {
 
@@ -76,9 +76,10 @@ PixelRect HostedControl::PixelBoundsOnForm() const {
   // The place is on the form's pixel grid; the size is the control's own
   // (they differ only when the screen changed between the two).
   const PixelRect origin = container_ ? container_->PixelBoundsOnForm() : PixelRect{};
-  const int left = origin.left + TwipsToPixels(left_, form_->TwipsPerPixelX());
-  const int top = origin.top + TwipsToPixels(top_, form_->TwipsPerPixelY());
-  return {left, top, left + raster_.Width(), top + raster_.Height()};
+  const int left = Saturate(int64_t{origin.left} + TwipsToPixels(left_, form_->TwipsPerPixelX()));
+  const int top = Saturate(int64_t{origin.top} + TwipsToPixels(top_, form_->TwipsPerPixelY()));
+  return {left, top, Saturate(int64_t{left} + raster_.Width()),
+          Saturate(int64_t{top} + raster_.Height())};
 }
 
 PixelRect HostedControl::ClipOnForm() const {

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "kestu/host/Host.h"
-#include "platform/raster/Clip.h"
+#include "raster/Clip.h"
 
 namespace kestu {
 

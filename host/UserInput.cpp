@@ -1,11 +1,13 @@
 #include "kestu/host/UserInput.h"
 
+#include <algorithm>
 #include <cstdlib>
 
 #include "kestu/host/Form.h"
 #include "kestu/host/Host.h"
 #include "kestu/host/HostedControl.h"
 #include "kestu/host/KeyStroke.h"
+#include "raster/Clip.h"
 
 namespace kestu {
 
@@ -34,7 +36,10 @@ std::optional<char> TypedCharacter(int16_t key_code, int16_t shift) {
 
 HostedControl* UserInput::Focused(const Form& form) const {
   HostedControl* focused = host_.Focused();
-  return focused && &focused->Owner() == &form ? focused : nullptr;
+  if (!focused || &focused->Owner() != &form) return nullptr;
+  // A control hidden or disabled with its container keeps the focus, but
+  // a user cannot type into what they cannot see or use; Tab moves on.
+  return focused->ShownOnForm() && focused->EnabledOnForm() ? focused : nullptr;
 }
 
 HostedControl* UserInput::Pressed() const {
@@ -122,9 +127,19 @@ void UserInput::MoveFocus(Form& form, bool backwards) {
 void UserInput::SendMouse(HostedControl& control, MouseAction action, int16_t button, int16_t shift,
                           int x, int y) {
   const PixelRect at = control.PixelBoundsOnForm();
-  const auto twips_x = static_cast<float>((x - at.left) * control.TwipsPerPixelX());
-  const auto twips_y = static_cast<float>((y - at.top) * control.TwipsPerPixelY());
+  // In 64 bits: a far point on a far control must not wrap.
+  const auto twips_x = static_cast<float>((int64_t{x} - at.left) * control.TwipsPerPixelX());
+  const auto twips_y = static_cast<float>((int64_t{y} - at.top) * control.TwipsPerPixelY());
   input_.Mouse(control, action, button, shift, twips_x, twips_y);
+}
+
+void UserInput::MoveCursor(const Form& form, int& x, int& y) {
+  // A pointer is on the screen: points from further off are held at its
+  // reach, so no sum below can wrap.
+  x = std::clamp(x, -kPointerReach, kPointerReach);
+  y = std::clamp(y, -kPointerReach, kPointerReach);
+  const PixelRect screen = form.ScreenRect();
+  host_.SetCursorPos(Saturate(int64_t{screen.left} + x), Saturate(int64_t{screen.top} + y));
 }
 
 bool UserInput::IsDoubleClick(const HostedControl& control, int x, int y) {
@@ -145,8 +160,7 @@ bool UserInput::IsDoubleClick(const HostedControl& control, int x, int y) {
 void UserInput::PointerDown(Form& form, int x, int y, int16_t button, int16_t shift,
                             std::optional<bool> double_click) {
   if (button == 0) return;
-  const PixelRect screen = form.ScreenRect();
-  host_.SetCursorPos(screen.left + x, screen.top + y);
+  MoveCursor(form, x, y);
   HostedControl* control = buttons_ ? Pressed() : form.ControlAt(x, y);
   buttons_ |= button;
   if (!control) return;
@@ -168,8 +182,7 @@ void UserInput::PointerDown(Form& form, int x, int y, int16_t button, int16_t sh
 }
 
 void UserInput::PointerUp(Form& form, int x, int y, int16_t button, int16_t shift) {
-  const PixelRect screen = form.ScreenRect();
-  host_.SetCursorPos(screen.left + x, screen.top + y);
+  MoveCursor(form, x, y);
   if ((buttons_ & button) == 0) return;
   buttons_ &= static_cast<int16_t>(~button);
   HostedControl* control = Pressed();
@@ -186,8 +199,7 @@ void UserInput::PointerUp(Form& form, int x, int y, int16_t button, int16_t shif
 }
 
 void UserInput::PointerMove(Form& form, int x, int y, int16_t shift) {
-  const PixelRect screen = form.ScreenRect();
-  host_.SetCursorPos(screen.left + x, screen.top + y);
+  MoveCursor(form, x, y);
   HostedControl* control = buttons_ ? Pressed() : form.ControlAt(x, y);
   // Off every control, a control that holds the capture still hears.
   HostedControl* holder = host_.CaptureHolder();

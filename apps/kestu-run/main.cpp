@@ -9,11 +9,11 @@
 #include <string_view>
 
 #include "apps/kestu-run/Gallery.h"
+#include "kestu/desktop/SdlDesktop.h"
 #include "kestu/host/FormFile.h"
 #include "kestu/host/Host.h"
 #include "kestu/host/Snapshot.h"
 #include "kestu/script/TraceWriter.h"
-#include "kestu/sdl/SdlDesktop.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 
 #include <iostream>
 
-#include "platform/sdl/XErrorLog.h"
+#include "desktop/XErrorLog.h"
 
 int main() {
   kestu::InstallXErrorLog();

@@ -1,7 +1,7 @@
 # Sourced by the end-to-end tests: a private X display (Xvfb) with a window
 # manager (openbox), torn down on exit, and polling helpers. Every wait is
 # on a condition with a deadline, never a bare sleep. Exits 77 (skipped)
-# only when Xvfb cannot start at all. Expects `work` (the test's folder,
+# only when Xvfb cannot start, or a tool it needs is missing. Expects `work` (the test's folder,
 # made empty here and made current).
 
 rm -rf "$work" && mkdir -p "$work" && cd "$work" || exit 1
@@ -30,9 +30,11 @@ wait_for() {
   done
 }
 
-if ! command -v Xvfb >/dev/null; then
-  echo "SKIP: Xvfb is not installed (scripts/setup.sh installs it)"; exit 77
-fi
+for tool in Xvfb openbox xdotool xclip xprop; do
+  if ! command -v "$tool" >/dev/null; then
+    echo "SKIP: $tool is not installed (scripts/setup.sh installs it)"; exit 77
+  fi
+done
 exec 3>display.txt
 Xvfb -displayfd 3 -screen 0 1024x768x24 -nolisten tcp >xvfb.log 2>&1 &
 pids+=($!)

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
+
 #include "kestu/foundation/RuntimeError.h"
 #include "kestu/host/FormFile.h"
 #include "kestu/host/Host.h"
@@ -87,6 +89,21 @@ TEST_F(ContainersTest, RemovingAContainerRemovesWhatItHolds) {
   EXPECT_EQ(form_->FindControl("rule"), nullptr);
   EXPECT_EQ(form_->FindControl("amount"), nullptr);
   EXPECT_EQ(form_->Controls().size(), 3u);
+}
+
+TEST_F(ContainersTest, ContainersNestOnlySoDeep) {
+  std::ostringstream script;
+  script << "new KestuPanel3D n0 0 0 600 600\n";
+  for (int depth = 1; depth <= Host::kMaxNesting; ++depth) {
+    script << "new KestuPanel3D n" << depth << " 15 15 600 600 in n" << depth - 1 << "\n";
+  }
+  const ScriptResult r = RunScriptOn(host_, script.str());
+  EXPECT_EQ(r.out, "error 5 Invalid procedure call or argument\n");
+  std::ostringstream deepest;
+  deepest << "n" << Host::kMaxNesting - 1;
+  const HostedControl* deepest_panel = host_.FindControl(deepest.str());
+  ASSERT_NE(deepest_panel, nullptr);
+  EXPECT_EQ(deepest_panel->Depth(), Host::kMaxNesting - 1);
 }
 
 TEST_F(ContainersTest, OnlyAContainerHoldsControls) {

@@ -91,6 +91,8 @@ class Host {
   void Activate(Form* form);
 
   // ---- Controls ----
+  // How deep controls may sit inside containers, the form's own being 0.
+  static constexpr int kMaxNesting = 16;
   // A new control on `form`: Initialize, InitProperties, Resize, Show.
   // Without `rect` it takes the class's default size at (0, 0). Inside
   // `container`, a control of a container class on the same form (else

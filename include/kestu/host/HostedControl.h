@@ -56,6 +56,8 @@ class HostedControl final : public ControlSite {
   Form& Owner() const { return *form_; }
   // The control this one sits in, or null when it sits on the form.
   HostedControl* Container() const { return container_; }
+  // How many containers it sits in.
+  int Depth() const { return container_ ? container_->Depth() + 1 : 0; }
   const std::string& Name() const { return name_; }
   Raster& GetRaster() { return raster_; }
   const Raster& GetRaster() const { return raster_; }

@@ -27,6 +27,8 @@ class UserInput {
   // host's clock) and this many pixels apart make a double click.
   static constexpr int kDoubleClickMilliseconds = 500;
   static constexpr int kDoubleClickPixels = 4;
+  // How far off its form a pointer can be, in pixels.
+  static constexpr int kPointerReach = 1 << 24;
 
   explicit UserInput(Host& host) : host_(host), input_(host) {}
 
@@ -69,6 +71,9 @@ class UserInput {
   HostedControl* Focused(const Form& form) const;
   HostedControl* Pressed() const;
   bool IsDoubleClick(const HostedControl& control, int x, int y);
+  // Holds (x, y) within the pointer's reach and puts the screen cursor
+  // there.
+  void MoveCursor(const Form& form, int& x, int& y);
   void SendMouse(HostedControl& control, MouseAction action, int16_t button, int16_t shift, int x,
                  int y);
 

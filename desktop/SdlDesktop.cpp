@@ -1,4 +1,4 @@
-#include "kestu/sdl/SdlDesktop.h"
+#include "kestu/desktop/SdlDesktop.h"
 
 #include <SDL.h>
 
@@ -8,12 +8,12 @@
 #include <stdexcept>
 #include <string_view>
 
+#include "desktop/XConnection.h"
+#include "desktop/XErrorLog.h"
+#include "kestu/desktop/KeyTable.h"
+#include "kestu/desktop/PopupMenu.h"
+#include "kestu/desktop/PopupMenuWindow.h"
 #include "kestu/host/Host.h"
-#include "kestu/sdl/KeyTable.h"
-#include "kestu/sdl/PopupMenu.h"
-#include "kestu/sdl/PopupMenuWindow.h"
-#include "platform/sdl/XConnection.h"
-#include "platform/sdl/XErrorLog.h"
 
 namespace kestu {
 
@@ -173,7 +173,9 @@ void SdlDesktop::HandleInput(int wait_ms, const std::function<bool(const SDL_Eve
 }
 
 bool SdlDesktop::WaitForEvent(SDL_Event& event, int timeout_ms) {
-  if (x_connection_ < 0 && !windows_.empty()) x_connection_ = XConnectionOf(windows_[0]->Window());
+  if (x_connection_ == kUnknown && !windows_.empty()) {
+    x_connection_ = XConnectionOf(windows_[0]->Window());  // -1: not on X, asked once
+  }
   if (x_connection_ >= 0) return WaitOnXConnection(x_connection_, event, timeout_ms);
   return SDL_WaitEventTimeout(&event, timeout_ms);
 }

@@ -1,4 +1,4 @@
-#include "kestu/sdl/InputRouter.h"
+#include "kestu/desktop/InputRouter.h"
 
 #include <SDL.h>
 #include <gmock/gmock.h>

@@ -1,4 +1,4 @@
-#include "kestu/sdl/PopupMenu.h"
+#include "kestu/desktop/PopupMenu.h"
 
 #include <algorithm>
 #include <cctype>

@@ -45,7 +45,8 @@ class FormScene {
  private:
   struct Layer {
     int32_t hwnd = 0;
-    PixelRect bounds;
+    PixelRect placed;   // where its raster lies: moving it moves the picture
+    PixelRect visible;  // what of it the form shows: the rows it covers
     uint64_t generation = 0;
   };
 

@@ -3,7 +3,7 @@
 // pointer moves reach the desktop 300 ms apart, so time passes as the
 // desktop takes them from the queue, and never by the wall clock.
 
-#include "kestu/sdl/SdlDesktop.h"
+#include "kestu/desktop/SdlDesktop.h"
 
 #include <SDL.h>
 #include <gtest/gtest.h>
@@ -11,9 +11,9 @@
 #include <optional>
 #include <span>
 
+#include "desktop/TwoNumberBoxes.h"
 #include "kestu/host/Host.h"
 #include "kestu/host/Snapshot.h"
-#include "sdl/TwoNumberBoxes.h"
 #include "support/ScriptHarness.h"
 
 namespace kestu {

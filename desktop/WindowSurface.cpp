@@ -1,4 +1,4 @@
-#include "platform/sdl/WindowSurface.h"
+#include "desktop/WindowSurface.h"
 
 #include <algorithm>
 #include <cstring>

@@ -1,4 +1,4 @@
-#include "kestu/sdl/KeyTable.h"
+#include "kestu/desktop/KeyTable.h"
 
 #include <SDL.h>
 

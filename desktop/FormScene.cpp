@@ -1,4 +1,4 @@
-#include "kestu/sdl/FormScene.h"
+#include "kestu/desktop/FormScene.h"
 
 #include <algorithm>
 
@@ -29,8 +29,8 @@ FormScene::FormScene(const Host& host, const Form& form, bool caret_lit, const R
       caret_(CaretCellOnForm(host, form, caret_lit)) {
   for (const HostedControl* control : form.PaintOrder()) {
     if (!control->ShownOnForm()) continue;
-    layers_.push_back(
-        {control->hWnd(), control->VisibleOnForm(), control->GetRaster().Generation()});
+    layers_.push_back({control->hWnd(), control->PixelBoundsOnForm(), control->VisibleOnForm(),
+                       control->GetRaster().Generation()});
   }
 }
 
@@ -57,9 +57,12 @@ RowBand FormScene::RowsChangedSince(const FormScene& before) const {
   for (size_t i = 0; i < layers_.size(); ++i) {
     const Layer& now = layers_[i];
     const Layer& then = before.layers_[i];
-    if (now.bounds == then.bounds && now.generation == then.generation) continue;
-    AddRows(band, then.bounds);
-    AddRows(band, now.bounds);
+    if (now.placed == then.placed && now.visible == then.visible &&
+        now.generation == then.generation) {
+      continue;
+    }
+    AddRows(band, then.visible);
+    AddRows(band, now.visible);
   }
   if (caret_ != before.caret_) {
     if (caret_) AddRows(band, *caret_);

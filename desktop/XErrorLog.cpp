@@ -1,4 +1,4 @@
-#include "platform/sdl/XErrorLog.h"
+#include "desktop/XErrorLog.h"
 
 #include <X11/Xlib.h>
 

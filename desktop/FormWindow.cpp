@@ -1,4 +1,4 @@
-#include "kestu/sdl/FormWindow.h"
+#include "kestu/desktop/FormWindow.h"
 
 #include <SDL.h>
 
@@ -6,9 +6,9 @@
 #include <stdexcept>
 #include <string>
 
+#include "desktop/WindowSurface.h"
 #include "kestu/host/Form.h"
 #include "kestu/host/Snapshot.h"
-#include "platform/sdl/WindowSurface.h"
 
 namespace kestu {
 

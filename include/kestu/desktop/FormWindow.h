@@ -9,8 +9,8 @@
 #include <functional>
 #include <optional>
 
+#include "kestu/desktop/FormScene.h"
 #include "kestu/raster/Raster.h"
-#include "kestu/sdl/FormScene.h"
 
 struct SDL_Window;
 

@@ -1,4 +1,4 @@
-#include "platform/sdl/XConnection.h"
+#include "desktop/XConnection.h"
 
 #include <SDL_syswm.h>
 #include <poll.h>

@@ -1,9 +1,9 @@
-#include "kestu/sdl/FormScene.h"
+#include "kestu/desktop/FormScene.h"
 
 #include <gtest/gtest.h>
 
+#include "desktop/TwoNumberBoxes.h"
 #include "kestu/host/Host.h"
-#include "sdl/TwoNumberBoxes.h"
 #include "support/ScriptHarness.h"
 
 namespace kestu {
@@ -44,6 +44,10 @@ TEST_F(FormSceneTest, AChangedControlIsItsOwnRows) {
 TEST_F(FormSceneTest, AMovedControlIsSentWhereItWasAndWhereItIs) {
   EXPECT_EQ(RowsChangedBy("set b.Top 1500\n"), (RowBand{60, 121}));
   EXPECT_EQ(RowsChangedBy("set b.Left 600\n"), (RowBand{100, 121}));  // the same rows
+  // Wider than the form, it shows the same part of the form wherever it
+  // lies: its picture still moves.
+  RunScriptOn(host_, "size b 60000 315\nset b.Left -150\n");
+  EXPECT_EQ(RowsChangedBy("set b.Left -300\n"), (RowBand{100, 121}));
 }
 
 TEST_F(FormSceneTest, TheCaretIsItsOwnRowsWhereverItMoves) {

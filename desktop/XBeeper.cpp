@@ -1,4 +1,4 @@
-#include "kestu/sdl/XBeeper.h"
+#include "kestu/desktop/XBeeper.h"
 
 #include <X11/Xlib.h>
 

@@ -1,10 +1,10 @@
-#include "kestu/sdl/InputRouter.h"
+#include "kestu/desktop/InputRouter.h"
 
 #include <SDL.h>
 
+#include "kestu/desktop/KeyTable.h"
 #include "kestu/foundation/Keys.h"
 #include "kestu/host/Host.h"
-#include "kestu/sdl/KeyTable.h"
 
 namespace kestu {
 

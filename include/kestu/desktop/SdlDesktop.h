@@ -18,10 +18,10 @@
 #include <string>
 #include <vector>
 
+#include "kestu/desktop/FormWindow.h"
+#include "kestu/desktop/InputRouter.h"
+#include "kestu/desktop/XBeeper.h"
 #include "kestu/host/Desktop.h"
-#include "kestu/sdl/FormWindow.h"
-#include "kestu/sdl/InputRouter.h"
-#include "kestu/sdl/XBeeper.h"
 
 union SDL_Event;
 
@@ -115,7 +115,8 @@ class SdlDesktop final : public Desktop {
   FormBackdrop backdrop_;
   int frames_per_second_ = 0;
   bool frame_owed_ = false;  // a window waits for the next frame
-  int x_connection_ = -1;    // the X connection to wait on, once known
+  static constexpr int kUnknown = -2;
+  int x_connection_ = kUnknown;  // the X connection to wait on; -1: not on X
   std::vector<std::unique_ptr<FormWindow>> windows_;
   uint64_t next_tick_ms_ = 0;
   uint64_t next_blink_ms_ = 0;

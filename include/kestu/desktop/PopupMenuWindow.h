@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-#include "kestu/sdl/PopupMenu.h"
+#include "kestu/desktop/PopupMenu.h"
 
 struct SDL_Window;
 

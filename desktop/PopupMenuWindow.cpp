@@ -1,4 +1,4 @@
-#include "kestu/sdl/PopupMenuWindow.h"
+#include "kestu/desktop/PopupMenuWindow.h"
 
 #include <SDL.h>
 
@@ -6,7 +6,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "platform/sdl/WindowSurface.h"
+#include "desktop/WindowSurface.h"
 
 namespace kestu {
 
