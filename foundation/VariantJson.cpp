@@ -1,6 +1,7 @@
 #include "foundation/VariantJson.h"
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -326,6 +327,13 @@ class FileDescriptor {
 std::string ReadWholeFile(const std::filesystem::path& path) {
   FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
   if (file.Get() < 0) throw ErrorFromErrno(errno, path.string());
+  // A device or a pipe may never end (/dev/zero): only a regular file is a
+  // form or a bag.
+  struct stat status {};
+  if (::fstat(file.Get(), &status) != 0) throw ErrorFromErrno(errno, path.string());
+  if (!S_ISREG(status.st_mode)) {
+    throw RuntimeError(err::kPathFileAccessError, path.string() + ": not a regular file");
+  }
   std::string text;
   char buffer[65536];
   for (;;) {
@@ -333,6 +341,10 @@ std::string ReadWholeFile(const std::filesystem::path& path) {
     if (count < 0 && errno == EINTR) continue;
     if (count < 0) throw ErrorFromErrno(errno, path.string());
     if (count == 0) return text;
+    if (text.size() + static_cast<size_t>(count) > kMaxJsonFileBytes) {
+      Invalid(path.string(), "larger than the " + std::to_string(kMaxJsonFileBytes >> 20) +
+                                 " MiB a form or bag file may be");
+    }
     text.append(buffer, static_cast<size_t>(count));
   }
 }
@@ -421,10 +433,20 @@ Json ParseJsonStrict(std::string_view text, std::string_view source) {
   // each one is reading now, for naming where a duplicate sits.
   std::vector<std::unordered_set<std::string>> open_objects;
   std::vector<std::string> current_keys;
-  const Json::parser_callback_t reject_duplicates = [&](int, Json::parse_event_t event,
+  const Json::parser_callback_t reject_duplicates = [&](int depth, Json::parse_event_t event,
                                                         Json& parsed) {
     switch (event) {
+      case Json::parse_event_t::array_start:
+        // Values nested without end would exhaust the stack of whatever
+        // walks them later: the reader stops at a depth no form needs.
+        if (depth >= kMaxJsonDepth) {
+          Invalid(source, "nested deeper than " + std::to_string(kMaxJsonDepth) + " levels");
+        }
+        break;
       case Json::parse_event_t::object_start:
+        if (depth >= kMaxJsonDepth) {
+          Invalid(source, "nested deeper than " + std::to_string(kMaxJsonDepth) + " levels");
+        }
         open_objects.emplace_back();
         current_keys.emplace_back();
         break;

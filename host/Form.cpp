@@ -26,6 +26,8 @@ Form::~Form() = default;
 
 void Form::Resize(int width_twips, int height_twips) {
   if (width_twips < 0 || height_twips < 0) throw RuntimeError(err::kInvalidPropertyValue, name_);
+  CheckSurfaceSize(width_twips, height_twips, twips_per_pixel_x_, twips_per_pixel_y_,
+                   "form '" + name_ + "'");
   width_twips_ = width_twips;
   height_twips_ = height_twips;
   DockControls();

@@ -309,7 +309,21 @@ Form& LoadFormJson(Host& host, const Json& json, const std::string& name) {
   }
   for (auto& [alive, control] : controls) {
     if (alive.expired()) continue;
-    host.RunReportingErrors([&host, control = control] { host.ShowControl(*control); });
+    // A control that raises while it is sized or drawn (a legal value it
+    // cannot draw) stays on the form with the properties the file gave
+    // it, so that saving the form loses nothing: the error is reported,
+    // and its detail goes to the form's author.
+    try {
+      control->Control().UserControl_Resize();
+      if (!alive.expired()) control->Control().UserControl_Show();
+    } catch (const RuntimeError& error) {
+      host.Notify([&](HostObserver& o) { o.OnError(error); });
+      if (!alive.expired()) {
+        host.Warn(name + ": control '" + control->Name() + "' raised error " +
+                  std::to_string(error.Number()) + " (" + error.Message() +
+                  ") while it was drawn; it stays on the form as the file gave it");
+      }
+    }
   }
   form.SetModified(false);
   return form;

@@ -37,6 +37,8 @@ void Host::SetTwipsPerPixel(int x, int y) {
 
 std::unique_ptr<Form> Host::NewDetachedForm(std::string name, int width_twips, int height_twips) {
   if (width_twips < 0 || height_twips < 0) throw RuntimeError(err::kInvalidPropertyValue, name);
+  CheckSurfaceSize(width_twips, height_twips, twips_per_pixel_x_, twips_per_pixel_y_,
+                   "form '" + name + "'");
   auto form = std::make_unique<Form>(std::move(name), NewHandle(), width_twips, height_twips,
                                      twips_per_pixel_x_, twips_per_pixel_y_, default_font_);
   RegisterWindow(form->hWnd(), {.form = form.get()});
@@ -96,6 +98,11 @@ HostedControl& Host::PlaceControl(Form& form, const ClassInfo& info, std::string
     throw RuntimeError(err::kInvalidProcedureCall, "containers nest only so deep");
   }
   const TwipsRect bounds = rect.value_or(TwipsRect{0, 0, info.default_width, info.default_height});
+  if (bounds.width < 0 || bounds.height < 0) {
+    throw RuntimeError(err::kInvalidPropertyValue, bounds.width < 0 ? "Width" : "Height");
+  }
+  CheckSurfaceSize(bounds.width, bounds.height, twips_per_pixel_x_, twips_per_pixel_y_,
+                   "control '" + name + "'");
   AmbientValues ambient{.user_mode = user_mode_, .display_name = name};
   return form.Add(std::make_unique<HostedControl>(*this, form, info, std::move(name), bounds,
                                                   ambient, container));

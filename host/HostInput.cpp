@@ -9,6 +9,7 @@
 #include "kestu/host/Form.h"
 #include "kestu/host/Host.h"
 #include "kestu/host/KeyStroke.h"
+#include "raster/Clip.h"
 
 namespace kestu {
 
@@ -103,8 +104,9 @@ HostedControl& HostInput::MouseTarget(HostedControl& control, float& x, float& y
 void HostInput::Mouse(HostedControl& control, MouseAction action, int16_t button, int16_t shift,
                       float x, float y) {
   const POINTAPI origin = host_.ControlScreenOrigin(control);
-  host_.SetCursorPos(origin.x + TwipsToPixels(x, control.TwipsPerPixelX()),
-                     origin.y + TwipsToPixels(y, control.TwipsPerPixelY()));
+  // Held at the ends of int: a point 1E+15 twips away is far, not wrapped.
+  host_.SetCursorPos(Saturate(int64_t{origin.x} + TwipsToPixels(x, control.TwipsPerPixelX())),
+                     Saturate(int64_t{origin.y} + TwipsToPixels(y, control.TwipsPerPixelY())));
   HostedControl& target = MouseTarget(control, x, y);
   if (!target.EnabledOnForm()) return;
   UserControl& procedures = target.Control();

@@ -168,6 +168,8 @@ void HostedControl::RequestSize(int width_twips, int height_twips) {
   if (width_twips < 0 || height_twips < 0) {
     throw RuntimeError(err::kInvalidPropertyValue, width_twips < 0 ? "Width" : "Height");
   }
+  CheckSurfaceSize(width_twips, height_twips, twips_per_pixel_x_, twips_per_pixel_y_,
+                   "control '" + name_ + "'");
   // A docked control keeps the length its edge gives it; only its
   // thickness is its own.
   if (align_ == align::kTop || align_ == align::kBottom) width_twips = width_;

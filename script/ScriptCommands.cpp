@@ -5,9 +5,6 @@
 #include <cstdio>
 
 #include "foundation/VariantJson.h"
-#include "script/ScriptError.h"
-#include "script/ScriptHandlers.h"
-#include "script/TraceFormat.h"
 #include "kestu/foundation/ClassInfo.h"
 #include "kestu/foundation/RuntimeError.h"
 #include "kestu/foundation/Text.h"
@@ -15,6 +12,9 @@
 #include "kestu/host/Host.h"
 #include "kestu/host/KeyStroke.h"
 #include "kestu/host/Snapshot.h"
+#include "script/ScriptError.h"
+#include "script/ScriptHandlers.h"
+#include "script/TraceFormat.h"
 
 namespace kestu {
 

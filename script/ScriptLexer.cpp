@@ -2,8 +2,8 @@
 
 #include <charconv>
 
-#include "script/ScriptError.h"
 #include "kestu/foundation/Text.h"
+#include "script/ScriptError.h"
 
 namespace kestu {
 

@@ -2,14 +2,15 @@
 
 #include <algorithm>
 #include <fstream>
+#include <new>
 #include <sstream>
 
-#include "script/ScriptCommands.h"
-#include "script/ScriptError.h"
-#include "script/ScriptHandlers.h"
 #include "kestu/foundation/RuntimeError.h"
 #include "kestu/host/Host.h"
 #include "kestu/script/TraceWriter.h"
+#include "script/ScriptCommands.h"
+#include "script/ScriptError.h"
+#include "script/ScriptHandlers.h"
 
 namespace kestu {
 
@@ -79,6 +80,13 @@ int ScriptRunner::Run(std::istream& script, const std::string& file_name,
            << error.Number() << " " << error.Message();
       if (!error.Detail().empty()) err_ << " (" << error.Detail() << ")";
       err_ << "\n";
+    } catch (const std::bad_alloc&) {
+      // Memory ran out inside a command: the host's error 7, and the
+      // script goes on, as with any run-time error.
+      trace_->OnError(RuntimeError(err::kOutOfMemory));
+      out_.flush();
+      err_ << file_name << ":" << number << ": " << CommandSubject(line)
+           << ": error 7 Out of memory\n";
     } catch (const std::exception& error) {
       out_.flush();
       err_ << file_name << ":" << number << ": " << error.what() << "\n";

@@ -3,10 +3,10 @@
 #include <charconv>
 #include <limits>
 
-#include "script/ScriptError.h"
 #include "kestu/foundation/ClassInfo.h"
 #include "kestu/foundation/StdPicture.h"
 #include "kestu/foundation/Text.h"
+#include "script/ScriptError.h"
 
 namespace kestu {
 

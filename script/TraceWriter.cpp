@@ -2,9 +2,9 @@
 
 #include <initializer_list>
 
-#include "script/TraceFormat.h"
 #include "kestu/host/HostedControl.h"
 #include "kestu/host/ToolWindow.h"
+#include "script/TraceFormat.h"
 
 namespace kestu {
 

@@ -10,6 +10,7 @@
 #include "kestu/host/FormFile.h"
 #include "kestu/host/Host.h"
 #include "kestu/script/TraceWriter.h"
+#include "support/ExpectRuntimeError.h"
 #include "support/ProbeControl.h"
 #include "support/ScriptHarness.h"
 
@@ -155,6 +156,33 @@ TEST(ScriptErrors, ARunTimeErrorSaysWhereItCameFromOnStandardError) {
   EXPECT_NE(r.err.find("test.kss:3: openform missing.json: error 53 File not found (missing.json"),
             std::string::npos)
       << r.err;
+}
+
+TEST(FormFileLimits, AValueNestedWithoutEndIsRefusedNotACrash) {
+  Host host;
+  const std::string deep =
+      "{\"Name\": \"F\", \"Controls\": [], \"Caption\": " + std::string(100000, '[') +
+      std::string(100000, ']') + "}";
+  ExpectRuntimeError(
+      380, [&] { LoadFormText(host, deep, "deep.json"); }, "nested deeper");
+  EXPECT_EQ(host.FindForm("F"), nullptr);
+}
+
+TEST(FormFileLimits, AControlThatRaisesWhenDrawnStaysOnTheFormAndSavesBack) {
+  Host host;
+  ASSERT_EQ(RunScriptOn(host, "form F 3000 3000\nnew KestuPanel3D p 0 0 1500 1500\n").status, 0);
+  std::string text = FormFileText(host, *host.FindForm("F"));
+  const std::string width = "\"value\": 5";  // BorderWidth's, the one 5 in the file
+  ASSERT_NE(text.find(width), std::string::npos);
+  text.replace(text.find(width), width.size(), "\"value\": 32767");
+  std::ostringstream warnings;
+  host.SetWarningStream(&warnings);
+  Form& loaded = LoadFormText(host, text, "wide.json");
+  host.SetWarningStream(nullptr);
+  ASSERT_NE(loaded.FindControl("p"), nullptr);
+  EXPECT_EQ(FormFileText(host, loaded), text);
+  EXPECT_NE(warnings.str().find("wide.json: control 'p' raised error 6"), std::string::npos)
+      << warnings.str();
 }
 
 }  // namespace

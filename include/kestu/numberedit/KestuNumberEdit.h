@@ -167,8 +167,9 @@ class KestuNumberEdit : public UserControl {
   void DrawSelectionPlate(float left, float top, float right, float bottom);
   void InvertSelection(float left, float top, float right, float bottom);
   void PlaceCaret(int x_px, int y_px);
-  float PixelsX(int pixels) const { return static_cast<float>(pixels * pixel_x_.value()); }
-  float PixelsY(int pixels) const { return static_cast<float>(pixels * pixel_y_.value()); }
+  // In 64 bits: a box's size in pixels times twips per pixel may pass int.
+  float PixelsX(int pixels) const { return static_cast<float>(int64_t{pixels} * pixel_x_.value()); }
+  float PixelsY(int pixels) const { return static_cast<float>(int64_t{pixels} * pixel_y_.value()); }
 
   // Fields start blank: a loaded box reads its keys with these as defaults.
   bool border_3d_ = false;
