@@ -5,6 +5,7 @@
 
 #include <benchmark/benchmark.h>
 
+#include "foundation/VariantJson.h"
 #include "kestu/foundation/ClassInfo.h"
 #include "kestu/host/Host.h"
 #include "kestu/host/HostInput.h"
@@ -89,6 +90,21 @@ void BM_KeyToAControlNestedTwoDeep(benchmark::State& state) {
   host.RemoveObserver(&observer);
 }
 BENCHMARK(BM_KeyToAControlNestedTwoDeep);
+
+// A form file whose one control has a bag of 100,000 keys, parsed.
+void BM_ParseJsonOf100000Keys(benchmark::State& state) {
+  std::string text = "{";
+  for (int i = 0; i < 100000; ++i) {
+    text += "\"k";
+    text += std::to_string(i);
+    text += "\":1,";
+  }
+  text.back() = '}';
+  for (auto _ : state) {
+    benchmark::DoNotOptimize(ParseJsonStrict(text, "wide.json"));
+  }
+}
+BENCHMARK(BM_ParseJsonOf100000Keys)->Unit(benchmark::kMillisecond);
 
 // A 640 x 480 form holding 50 panels of 80 x 40 pixels.
 class FiftyPanels {

@@ -421,6 +421,11 @@ Json BagToJson(const PropertyBag& bag) {
 
 PropertyBag BagFromJson(const Json& json, std::string_view context) {
   if (!json.is_object()) Invalid(context, "expected an object of properties");
+  // A bag is looked up key by key: more keys than any control saves is no
+  // control's bag, and would make every look-up slow.
+  if (json.size() > kMaxBagKeys) {
+    Invalid(context, "more than " + std::to_string(kMaxBagKeys) + " properties");
+  }
   PropertyBag bag;
   for (const auto& [name, value] : json.items()) {
     bag.WriteProperty(name, VariantFromJson(value, std::string(context) + ": key " + Quoted(name)));
@@ -428,59 +433,124 @@ PropertyBag BagFromJson(const Json& json, std::string_view context) {
   return bag;
 }
 
-Json ParseJsonStrict(std::string_view text, std::string_view source) {
-  // Keys seen so far in each object being read, innermost last, and the key
-  // each one is reading now, for naming where a duplicate sits.
-  std::vector<std::unordered_set<std::string>> open_objects;
-  std::vector<std::string> current_keys;
-  const Json::parser_callback_t reject_duplicates = [&](int depth, Json::parse_event_t event,
-                                                        Json& parsed) {
-    switch (event) {
-      case Json::parse_event_t::array_start:
-        // Values nested without end would exhaust the stack of whatever
-        // walks them later: the reader stops at a depth no form needs.
-        if (depth >= kMaxJsonDepth) {
-          Invalid(source, "nested deeper than " + std::to_string(kMaxJsonDepth) + " levels");
-        }
-        break;
-      case Json::parse_event_t::object_start:
-        if (depth >= kMaxJsonDepth) {
-          Invalid(source, "nested deeper than " + std::to_string(kMaxJsonDepth) + " levels");
-        }
-        open_objects.emplace_back();
-        current_keys.emplace_back();
-        break;
-      case Json::parse_event_t::object_end:
-        open_objects.pop_back();
-        current_keys.pop_back();
-        break;
-      case Json::parse_event_t::key: {
-        std::string key = parsed.get<std::string>();
-        if (!open_objects.back().insert(key).second) {
-          std::string where;
-          for (size_t i = 0; i + 1 < current_keys.size(); ++i) {
-            where += (i == 0 ? " in " : " > ") + Quoted(current_keys[i]);
-          }
-          Invalid(source, "duplicated key " + Quoted(key) + where);
-        }
-        current_keys.back() = std::move(key);
-        break;
-      }
-      default:
-        break;
-    }
+namespace {
+
+// Builds the document as it is read. An object's keys go on the end of its
+// list without a search (ordered objects would look each key up in turn,
+// which is quadratic), and a hash set per open object catches a key given
+// twice; nesting stops at kMaxJsonDepth. Reading is linear in the text.
+class StrictJsonBuilder {
+ public:
+  explicit StrictJsonBuilder(std::string_view source) : source_(source) {}
+
+  Json Take() { return std::move(root_); }
+  const std::string& Error() const { return error_; }
+
+  // ---- nlohmann's SAX interface ----
+  bool null() { return Add(Json(nullptr)) != nullptr; }
+  bool boolean(bool value) { return Add(Json(value)) != nullptr; }
+  bool number_integer(Json::number_integer_t value) { return Add(Json(value)) != nullptr; }
+  bool number_unsigned(Json::number_unsigned_t value) { return Add(Json(value)) != nullptr; }
+  bool number_float(Json::number_float_t value, const std::string&) {
+    return Add(Json(value)) != nullptr;
+  }
+  bool string(std::string& value) { return Add(Json(std::move(value))) != nullptr; }
+  bool binary(Json::binary_t& value) { return Add(Json(std::move(value))) != nullptr; }
+  bool start_object(std::size_t) {
+    Open(Json::object());
+    objects_.emplace_back();
     return true;
-  };
-  try {
-    return Json::parse(text.begin(), text.end(), reject_duplicates);
-  } catch (const Json::exception& e) {
+  }
+  bool key(std::string& key) {
+    OpenObject& object = objects_.back();
+    if (!object.keys.insert(key).second) {
+      std::string where;
+      for (size_t i = 0; i + 1 < objects_.size(); ++i) {
+        where += (i == 0 ? " in " : " > ") + Quoted(objects_[i].current);
+      }
+      Invalid(source_, "duplicated key " + Quoted(key) + where);
+    }
+    object.current = std::move(key);
+    return true;
+  }
+  bool end_object() {
+    objects_.pop_back();
+    open_.pop_back();
+    return true;
+  }
+  bool start_array(std::size_t) {
+    Open(Json::array());
+    return true;
+  }
+  bool end_array() {
+    open_.pop_back();
+    return true;
+  }
+  bool parse_error(std::size_t, const std::string&, const nlohmann::detail::exception& error) {
     // nlohmann prefixes its messages with its own code, "[json.exception...] ".
-    std::string_view message = e.what();
+    std::string_view message = error.what();
     if (const size_t end = message.find("] "); end != std::string_view::npos) {
       message.remove_prefix(end + 2);
     }
-    Invalid(source, "malformed JSON: " + std::string(message));
+    error_ = message;
+    return false;
   }
+
+ private:
+  struct OpenObject {
+    std::unordered_set<std::string> keys;
+    std::string current;  // the key being read, for naming where a duplicate sits
+  };
+
+  // Puts `value` where the reading is: the document itself, the end of the
+  // open array, or the open object under its current key.
+  Json* Add(Json value) {
+    if (open_.empty()) {
+      root_ = std::move(value);
+      return &root_;
+    }
+    Json& parent = *open_.back();
+    if (parent.is_array()) {
+      auto& items = parent.get_ref<Json::array_t&>();
+      items.push_back(std::move(value));
+      return &items.back();
+    }
+    auto& members = static_cast<Json::object_t::Container&>(parent.get_ref<Json::object_t&>());
+    // The key of an object or array still names where a duplicate inside
+    // it sits; any other key is done with.
+    std::string& key = objects_.back().current;
+    if (value.is_structured()) {
+      members.emplace_back(key, std::move(value));
+    } else {
+      members.emplace_back(std::move(key), std::move(value));
+    }
+    return &members.back().second;
+  }
+
+  // Only the innermost open container grows, so the pointers to the ones
+  // around it stay good.
+  void Open(Json container) {
+    if (open_.size() >= static_cast<size_t>(kMaxJsonDepth)) {
+      Invalid(source_, "nested deeper than " + std::to_string(kMaxJsonDepth) + " levels");
+    }
+    open_.push_back(Add(std::move(container)));
+  }
+
+  std::string_view source_;
+  Json root_;
+  std::vector<Json*> open_;
+  std::vector<OpenObject> objects_;
+  std::string error_;
+};
+
+}  // namespace
+
+Json ParseJsonStrict(std::string_view text, std::string_view source) {
+  StrictJsonBuilder builder(source);
+  if (!Json::sax_parse(text.begin(), text.end(), &builder)) {
+    Invalid(source, "malformed JSON: " + builder.Error());
+  }
+  return builder.Take();
 }
 
 Json LoadJsonFile(const std::filesystem::path& path) {

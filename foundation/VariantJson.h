@@ -28,10 +28,12 @@ nlohmann::ordered_json BagToJson(const PropertyBag& bag);
 PropertyBag BagFromJson(const nlohmann::ordered_json& json, std::string_view context);
 
 // Bounds on what a form or bag file may be, each refused with error 380
-// naming the file: its size, and how deep its values nest (a form's
+// naming the file: its size, how deep its values nest (a form's
 // controls nest inside containers, at most 16 deep, each a few levels).
 inline constexpr size_t kMaxJsonFileBytes = size_t{16} << 20;
 inline constexpr int kMaxJsonDepth = 128;
+// And how many properties one control's bag may hold.
+inline constexpr size_t kMaxBagKeys = 4096;
 
 // Parses JSON text, rejecting a key given twice in one object at any depth
 // (the plain parser would silently keep the last). Errors are RuntimeError

@@ -204,12 +204,19 @@ FormEntry ReadForm(const Json& json, const std::string& source) {
 // back to its default without a word.
 void WarnOfUnknownKeys(Host& host, HostedControl& control, const std::vector<std::string>& keys,
                        const std::string& source) {
+  constexpr int kNamed = 5;  // the rest are counted: a typo reads better than a flood
   const PropertyBag known = host.SaveControl(control);
+  const std::string where =
+      source + ": control '" + control.Name() + "' (" + control.Class().name + "): ";
+  int unknown = 0;
   for (const std::string& key : keys) {
-    if (!known.Contains(key)) {
-      host.Warn(source + ": control '" + control.Name() + "' (" + control.Class().name +
-                "): unknown key \"" + key + "\" in \"Properties\" is ignored");
+    if (known.Contains(key)) continue;
+    if (++unknown <= kNamed) {
+      host.Warn(where + "unknown key \"" + key + "\" in \"Properties\" is ignored");
     }
+  }
+  if (unknown > kNamed) {
+    host.Warn(where + std::to_string(unknown - kNamed) + " more unknown keys are ignored");
   }
 }
 
