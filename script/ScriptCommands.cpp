@@ -579,7 +579,11 @@ void ScriptCommands::Cursor(ScriptLexer& in) {
 void ScriptCommands::Tick(ScriptLexer& in) {
   const std::vector<ScriptValue> values = Values(in);
   if (values.size() > 1) throw ScriptError("expected [N]");
-  host_.Tick(values.empty() ? 1 : Long(values[0]));
+  // A day of checks at the most: a script cannot hold the host for ever.
+  constexpr int32_t kMaxTicks = 24 * 60 * 60 * 4;
+  const int32_t count = values.empty() ? 1 : Long(values[0]);
+  if (count < 0 || count > kMaxTicks) throw RuntimeError(err::kInvalidProcedureCall, "tick");
+  host_.Tick(count);
 }
 
 void ScriptCommands::Popup(ScriptLexer& in) {
