@@ -212,9 +212,6 @@ TEST_F(PanelTest, PublishesItsInterface) {
   EXPECT_THAT(names, ElementsAre("Light3DColor:OLE_COLOR", "Shadow3DColor:OLE_COLOR",
                                  "BackColor:OLE_COLOR", "BorderOut:KST_BorderStyle",
                                  "BorderIn:KST_BorderStyle", "BorderWidth:Integer"));
-  EXPECT_EQ(info.properties[5].help,
-            "Returns/sets the width of the border, in pixels. [Retorna/define a largura da "
-            "borda, em pixels.]");
   EXPECT_TRUE(info.methods.empty());
   EXPECT_TRUE(info.events.empty());
   const auto* lowered = ControlRegistry::Instance().FindConstant("kstpn_lowered");
