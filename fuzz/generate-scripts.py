@@ -12,12 +12,23 @@ import random
 import sys
 
 CLASSES = ["KestuNumberEdit", "KestuPanel3D", "KestuLine3D", "KestuCopyFile"]
-PROPERTIES = ["Value", "Text", "Enabled", "Locked", "BackColor", "ForeColor", "Font",
-              "BorderWidth", "BorderIn", "BorderOut", "LineStyle", "LineOrientation",
-              "DecMaxLength", "IntMaxLength", "NumberFormat", "AllowNegative",
-              "SourceFile", "NewFile", "BlockSize", "VolumeSize", "Left", "Top",
-              "Width", "Height", "Visible", "TabIndex", "Align", "ToolTipText", "Bogus"]
-METHODS = ["ZOrder", "BeginCopyFile", "CancelCopy", "Refresh", "SelectAll", "Nope"]
+# Each class's own properties and methods (a name a class lacks stops the
+# script as a bad line), and the extender's, which every control has.
+PROPERTIES = {
+    "KestuNumberEdit": ["Border3D", "Shadow", "ShadowColor", "BackColor", "ForeColor",
+                        "NegativeColor", "LockedColor", "DisabledColor", "Text", "Value",
+                        "IntMaxLength", "DecMaxLength", "Font", "Enabled", "Selection3D",
+                        "AutoSelect", "AllowNegative", "ThSeparator", "NumberFormat", "Locked",
+                        "dcDataValue"],
+    "KestuPanel3D": ["Light3DColor", "Shadow3DColor", "BackColor", "BorderOut", "BorderIn",
+                     "BorderWidth"],
+    "KestuLine3D": ["Light3DColor", "Shadow3DColor", "LineStyle", "LineOrientation"],
+    "KestuCopyFile": ["StartCaption", "BlockSize", "VolumeSize", "ForeColor", "SourceFile",
+                      "NewFile"],
+}
+EXTENDER = ["Left", "Top", "Width", "Height", "Visible", "TabIndex", "Align", "ToolTipText"]
+METHODS = {"KestuNumberEdit": ["SelectAll", "XFocus"], "KestuCopyFile": ["BeginCopyFile"],
+           "KestuPanel3D": [], "KestuLine3D": []}
 NUMBERS = ["0", "1", "-1", "2", "15", "255", "32767", "-32768", "65535", "2147483647",
            "-2147483648", "1E+15", "-1E+15", "0.5", "1234567.891", "1E+308", "0x80000005"]
 STRINGS = ['""', '"a"', '"1,5"', '"\\xFF\\xFE"', '"&&&"', '"\\u{1F600}"', '"' + "9" * 300 + '"']
@@ -39,21 +50,35 @@ def rect(rng):
                                 "2147483647"]) for _ in range(4))
 
 
+classes = {}
+
+
+def member(rng, name, table, extra):
+    return rng.choice(table[classes.get(name, "KestuPanel3D")] + extra)
+
+
 def line(rng, names, containers):
-    name = rng.choice(names) if names else "x"
-    kind = rng.randrange(24)
-    if kind < 4:
-        new = "c%d" % rng.randrange(40)
+    # A script stops at its first bad line: names are drawn from the
+    # controls that exist, so that most lines run.
+    if not names or rng.randrange(24) < 4:
+        new = "c%d" % len(names) + "_%d" % rng.randrange(1000)
         cls = rng.choice(CLASSES)
+        classes[new] = cls
         place = " in " + rng.choice(containers) if containers and rng.random() < 0.5 else ""
-        names.append(new)
-        if cls == "KestuPanel3D":
-            containers.append(new)
-        return "new %s %s %s%s" % (cls, new, rect(rng) if rng.random() < 0.8 else "", place)
+        # A size past any screen is refused: such a control is not named again.
+        good = rng.random() < 0.85
+        where = " ".join([rng.choice(["0", "15", "150", "600", "-600"]) for _ in range(2)] +
+                         [rng.choice(["0", "15", "600", "1500", "3000"]) for _ in range(2)])
+        if good:
+            names.append(new)
+            if cls == "KestuPanel3D":
+                containers.append(new)
+        return "new %s %s %s%s" % (cls, new, where if good else rect(rng), place)
+    name = rng.choice(names)
     return rng.choice([
-        lambda: "set %s.%s %s" % (name, rng.choice(PROPERTIES), value(rng)),
-        lambda: "get %s.%s" % (name, rng.choice(PROPERTIES)),
-        lambda: "call %s.%s %s" % (name, rng.choice(METHODS), number(rng) if rng.random() < 0.5 else ""),
+        lambda: "set %s.%s %s" % (name, member(rng, name, PROPERTIES, EXTENDER), value(rng)),
+        lambda: "get %s.%s" % (name, member(rng, name, PROPERTIES, EXTENDER)),
+        lambda: "call %s.%s" % (name, member(rng, name, METHODS, ["ZOrder", "ZOrder 1"])),
         lambda: "size %s %s %s" % (name, number(rng), number(rng)),
         lambda: "focus %s" % name,
         lambda: "type %s %s" % (name, rng.choice(STRINGS + ['"123,45"', '"-9"'])),
@@ -76,15 +101,25 @@ def line(rng, names, containers):
         lambda: "png gen.png %s" % rng.choice(["", name]),
         lambda: "pixel %s %s %s" % (name, number(rng), number(rng)),
         lambda: "screen %s %s" % (number(rng), number(rng)),
-        lambda: "form %s %s" % (rng.choice(["Form1", "G"]), rng.choice(["", "3000 3000", rect(rng)[:12]])),
+        lambda: "form Form1 %s" % rng.choice(["", "3000 3000", "9600 7200", "2147483647 15"]),
         lambda: "trace draw %s %s" % (name, rng.choice(["on", "off"])),
         lambda: "caret",
-        lambda: "remove %s" % name,
+        lambda: remove(name, names, containers),
         lambda: "paint %s" % name,
         lambda: "ambient %s UserMode %s" % (name, rng.choice(["True", "False", "7"])),
-        lambda: "load %s b%d {\"BorderWidth\": %s} %s" % (rng.choice(CLASSES), rng.randrange(9),
-                                                          number(rng), rect(rng)),
+        lambda: "load %s b%d_%d {\"BorderWidth\": %s} %s" % (rng.choice(CLASSES), len(names),
+                                                              rng.randrange(1000), number(rng),
+                                                              rect(rng)),
     ])()
+
+
+def remove(name, names, containers):
+    # What a container held goes with it; the names a script may still use
+    # are not tracked that far, so a later line may still name one.
+    names.remove(name)
+    if name in containers:
+        containers.remove(name)
+    return "remove %s" % name
 
 
 def main():
