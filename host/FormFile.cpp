@@ -5,6 +5,7 @@
 #include <cctype>
 #include <initializer_list>
 #include <limits>
+#include <new>
 #include <optional>
 #include <vector>
 
@@ -348,13 +349,31 @@ void SaveFormFile(Host& host, Form& form, const std::filesystem::path& path) {
   form.SetModified(false);
 }
 
+namespace {
+
+// Memory that runs out while a form loads is the host's error 7, naming
+// the file; the forms already loaded stay as they were.
+template <typename Load>
+Form& LoadReportingMemory(const std::string& source, Load&& load) {
+  try {
+    return load();
+  } catch (const std::bad_alloc&) {
+    throw RuntimeError(err::kOutOfMemory, source);
+  }
+}
+
+}  // namespace
+
 Form& LoadFormText(Host& host, std::string_view text, std::string_view source) {
   const std::string name(source);
-  return LoadFormJson(host, ParseJsonStrict(text, name), name);
+  return LoadReportingMemory(
+      name, [&]() -> Form& { return LoadFormJson(host, ParseJsonStrict(text, name), name); });
 }
 
 Form& LoadFormFile(Host& host, const std::filesystem::path& path) {
-  return LoadFormJson(host, LoadJsonFile(path), path.string());
+  return LoadReportingMemory(path.string(), [&]() -> Form& {
+    return LoadFormJson(host, LoadJsonFile(path), path.string());
+  });
 }
 
 }  // namespace kestu

@@ -25,7 +25,7 @@ void SaveFormFile(Host& host, Form& form, const std::filesystem::path& path);
 // returns it. Each control is initialised and reads its bag off-form; then
 // the form goes in and each control is resized and shown. A malformed file
 // is RuntimeError 380 naming `source` (the file), the control and the key;
-// a missing file is 53.
+// a missing file is 53; memory that runs out while it loads is 7.
 Form& LoadFormFile(Host& host, const std::filesystem::path& path);
 Form& LoadFormText(Host& host, std::string_view text, std::string_view source);
 
