@@ -8,6 +8,7 @@
 #include "kestu/foundation/Integer.h"
 #include "kestu/foundation/RuntimeError.h"
 #include "kestu/host/HostedControl.h"
+#include "raster/Clip.h"
 
 namespace kestu {
 
@@ -161,8 +162,7 @@ HostedControl* Form::ControlAt(int x, int y) const {
   for (auto it = order.rbegin(); it != order.rend(); ++it) {
     const HostedControl& control = **it;
     if (!control.ShownOnForm()) continue;
-    const PixelRect seen = control.VisibleOnForm();
-    if (x >= seen.left && x < seen.right && y >= seen.top && y < seen.bottom) return *it;
+    if (Contains(control.VisibleOnForm(), x, y)) return *it;
   }
   return nullptr;
 }

@@ -41,7 +41,11 @@ inline void CheckSurfaceSize(int width_twips, int height_twips, int twips_per_pi
   detail += std::to_string(width);
   detail += " x ";
   detail += std::to_string(height);
-  detail += " pixels is larger than a surface may be (32767 a side, 33554432 in all)";
+  detail += " pixels is larger than a surface may be (";
+  detail += std::to_string(kMaxSurfaceSide);
+  detail += " a side, ";
+  detail += std::to_string(kMaxSurfacePixels);
+  detail += " in all)";
   throw RuntimeError(err::kInvalidPropertyValue, std::move(detail));
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdlib>
 
+#include "kestu/foundation/Text.h"
 #include "kestu/host/Form.h"
 #include "kestu/host/Host.h"
 #include "kestu/host/HostedControl.h"
@@ -15,10 +16,6 @@ namespace {
 
 bool CanTakeFocus(const HostedControl& control) {
   return control.ShownOnForm() && control.EnabledOnForm() && control.Control().CanGetFocus();
-}
-
-bool Inside(const PixelRect& r, int x, int y) {
-  return x >= r.left && x < r.right && y >= r.top && y < r.bottom;
 }
 
 // The character a key types by itself in a stroke: Space, digits and
@@ -91,16 +88,16 @@ void UserInput::Press(Form& form, int16_t key_code, int16_t shift) {
 
 void UserInput::Keys(Form& form, std::string_view utf8) {
   for (size_t i = 0; i < utf8.size();) {
-    // One UTF-8 character at a time: its lead byte says how long it is.
-    const auto lead = static_cast<unsigned char>(utf8[i]);
-    const size_t length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : lead >= 0xC0 ? 2 : 1;
-    const std::string_view character = utf8.substr(i, length);
-    i += character.size();
-    if (character == "\t") {
+    const size_t start = i;
+    const char32_t code_point = NextCodePoint(utf8, i);
+    const std::string_view character = utf8.substr(start, i - start);
+    if (code_point == U'\t') {
       Press(form, key::kTab, 0);
       continue;
     }
-    const KeyStroke stroke = character.size() == 1 ? KeyStrokeFor(lead) : KeyStroke{};
+    // Only an ASCII character has a key of its own here; any other is
+    // text alone.
+    const KeyStroke stroke = code_point < 0x80 ? KeyStrokeFor(code_point) : KeyStroke{};
     KeyDown(form, stroke.key_code, stroke.shift);
     Text(form, character);
     KeyUp(form, stroke.key_code, stroke.shift);
@@ -195,7 +192,7 @@ void UserInput::PointerUp(Form& form, int x, int y, int16_t button, int16_t shif
   std::weak_ptr<int> alive = control->Lifetime();
   SendMouse(*control, MouseAction::Up, button, shift, x, y);
   if (alive.expired() || !click || !control->EnabledOnForm()) return;
-  if (Inside(control->VisibleOnForm(), x, y)) control->Control().UserControl_Click();
+  if (Contains(control->VisibleOnForm(), x, y)) control->Control().UserControl_Click();
 }
 
 void UserInput::PointerMove(Form& form, int x, int y, int16_t shift) {

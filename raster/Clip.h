@@ -18,6 +18,10 @@ inline bool IsEmpty(const PixelRect& r) {
   return r.right <= r.left || r.bottom <= r.top;
 }
 
+inline bool Contains(const PixelRect& r, int x, int y) {
+  return x >= r.left && x < r.right && y >= r.top && y < r.bottom;
+}
+
 inline PixelRect Intersect(const PixelRect& a, const PixelRect& b) {
   return {std::max(a.left, b.left), std::max(a.top, b.top), std::min(a.right, b.right),
           std::min(a.bottom, b.bottom)};

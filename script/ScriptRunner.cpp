@@ -72,21 +72,11 @@ int ScriptRunner::Run(std::istream& script, const std::string& file_name,
       err_ << file_name << ":" << number << ": " << error.what() << "\n";
       return kBadLine;
     } catch (const RuntimeError& error) {
-      trace_->OnError(error);
-      // The trace line stays as the host prints it; where it came from
-      // goes beside it, for the script's author.
-      out_.flush();
-      err_ << file_name << ":" << number << ": " << CommandSubject(line) << ": error "
-           << error.Number() << " " << error.Message();
-      if (!error.Detail().empty()) err_ << " (" << error.Detail() << ")";
-      err_ << "\n";
+      ReportRuntimeError(error, file_name, number, line);
     } catch (const std::bad_alloc&) {
       // Memory ran out inside a command: the host's error 7, and the
       // script goes on, as with any run-time error.
-      trace_->OnError(RuntimeError(err::kOutOfMemory));
-      out_.flush();
-      err_ << file_name << ":" << number << ": " << CommandSubject(line)
-           << ": error 7 Out of memory\n";
+      ReportRuntimeError(RuntimeError(err::kOutOfMemory), file_name, number, line);
     } catch (const std::exception& error) {
       out_.flush();
       err_ << file_name << ":" << number << ": " << error.what() << "\n";
@@ -95,6 +85,18 @@ int ScriptRunner::Run(std::istream& script, const std::string& file_name,
   }
   out_.flush();
   return kCompleted;
+}
+
+void ScriptRunner::ReportRuntimeError(const RuntimeError& error, const std::string& file_name,
+                                      int number, std::string_view line) {
+  trace_->OnError(error);
+  // The trace line stays as the host prints it; where it came from goes
+  // beside it, for the script's author.
+  out_.flush();
+  err_ << file_name << ":" << number << ": " << CommandSubject(line) << ": error " << error.Number()
+       << " " << error.Message();
+  if (!error.Detail().empty()) err_ << " (" << error.Detail() << ")";
+  err_ << "\n";
 }
 
 int ScriptRunner::RunText(std::string_view text, const std::string& file_name,

@@ -12,6 +12,8 @@
 
 namespace kestu {
 
+class RuntimeError;
+
 class Host;
 class TraceWriter;
 class ScriptHandlers;
@@ -42,6 +44,10 @@ class ScriptRunner {
   int RunFile(const std::filesystem::path& path);
 
  private:
+  // A run-time error: its trace line, and where it came from on `err_`.
+  void ReportRuntimeError(const RuntimeError& error, const std::string& file_name, int number,
+                          std::string_view line);
+
   Host& host_;
   std::ostream& out_;
   std::ostream& err_;
