@@ -21,7 +21,7 @@ struct FocusedBox {
     site = &host.NewControl(form, kestu::KestuNumberEdit::Info(), "n1",
                             kestu::TwipsRect{120, 120, 1800, 315});
     box = &static_cast<kestu::KestuNumberEdit&>(site->Control());
-    box->SetAutoSelect(false);
+    box->SetProperty("AutoSelect", kestu::Variant::Boolean(false));
     box->SetIntMaxLength(15);
     host.SetFocus(site);
   }

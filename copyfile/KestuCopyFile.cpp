@@ -47,7 +47,6 @@ PropertyInfo WriteOnlyName(std::string name, void (KestuCopyFile::*setter)(const
   info.set = [setter](UserControl& c, const Variant& v) {
     (static_cast<KestuCopyFile&>(c).*setter)(v.ToString());
   };
-  info.persisted = false;
   return info;
 }
 
@@ -108,18 +107,30 @@ ClassInfo& KestuCopyFile::Info() {
     c.create = [] { return std::make_unique<KestuCopyFile>(); };
     using C = KestuCopyFile;
     c.properties = {
-        Property<C>("StartCaption", "Boolean", &C::StartCaption, &C::SetStartCaption,
-                    "Returns/sets whether the 0% caption shows before copying. [Retorna/define "
-                    "se a legenda 0% aparece antes da cópia.]"),
-        Property<C>("BlockSize", "CC_BlockSize", &C::BlockSize, &C::SetBlockSize,
-                    "Returns/sets the size of each block copied. [Retorna/define o tamanho de "
-                    "cada bloco copiado.]"),
-        Property<C>("VolumeSize", "Long", &C::VolumeSize, &C::SetVolumeSize,
-                    "Returns/sets the size of each volume in KB. [Retorna/define o tamanho de "
-                    "cada volume em KB.]"),
-        Property<C>("ForeColor", "OLE_COLOR", &C::ForeColor, &C::SetForeColor,
-                    "Returns/sets the color of the caption and the bar. [Retorna/define a cor da "
-                    "legenda e da barra.]"),
+        Field<C>("StartCaption", "Boolean", &C::start_caption_,
+                 "Returns/sets whether the 0% caption shows before copying. [Retorna/define se "
+                 "a legenda 0% aparece antes da cópia.]",
+                 OnSet::Notify)
+            .Saved(1)
+            .Defaults(true),
+        Field<C, int32_t>("BlockSize", "CC_BlockSize", &C::block_size_,
+                          "Returns/sets the size of each block copied. [Retorna/define o "
+                          "tamanho de cada bloco copiado.]",
+                          OnSet::Notify)
+            .Saved(2)
+            .Defaults(Block_10K),
+        Field<C>("VolumeSize", "Long", &C::volume_size_,
+                 "Returns/sets the size of each volume in KB. [Retorna/define o tamanho de cada "
+                 "volume em KB.]",
+                 OnSet::Notify)
+            .Saved(4)
+            .Defaults(1400),
+        Field<C>("ForeColor", "OLE_COLOR", &C::fore_color_,
+                 "Returns/sets the color of the caption and the bar. [Retorna/define a cor da "
+                 "legenda e da barra.]",
+                 OnSet::NotifyThenRedraw)
+            .Saved(3)
+            .Defaults(syscolor::kHighlight),
         WriteOnlyName("SourceFile", &C::SetSourceFile,
                       "Sets the file to copy; @name for a volume set. [Define o arquivo a "
                       "copiar; @nome para um conjunto de volumes.]"),
@@ -133,6 +144,7 @@ ClassInfo& KestuCopyFile::Info() {
     c.enums = {{"CC_BlockSize",
                 {{"Block_1K", Block_1K}, {"Block_5K", Block_5K}, {"Block_10K", Block_10K}}}};
     c.default_event = "Progress";
+    c.redraw = [](UserControl& copier) { (void)static_cast<C&>(copier).ShowFace(); };
     return c;
   }();
   return info;
@@ -159,59 +171,15 @@ std::string KestuCopyFile::NextVolumeName(const std::string& previous, int16_t n
   return base + VolumeSuffix(number);
 }
 
-// ---- Properties ----
-
-void KestuCopyFile::SetStartCaption(bool on) {
-  start_caption_ = on;
-  PropertyChanged("StartCaption");
-}
-
-void KestuCopyFile::SetBlockSize(int32_t size) {
-  block_size_ = ToInt16(size);
-  PropertyChanged("BlockSize");
-}
-
-void KestuCopyFile::SetVolumeSize(int32_t kilobytes) {
-  volume_size_ = kilobytes;
-  PropertyChanged("VolumeSize");
-}
-
-void KestuCopyFile::SetForeColor(OLE_COLOR color) {
-  fore_color_ = color;
-  PropertyChanged("ForeColor");
-  (void)ShowFace();
-}
-
 // ---- Lifecycle ----
 
 void KestuCopyFile::UserControl_Initialize() {
   cancel_ = 0;
-  start_caption_ = true;
-  block_size_ = Block_10K;
-  fore_color_ = syscolor::kHighlight;
-  volume_size_ = 1400;
 }
 
 void KestuCopyFile::UserControl_ReadProperties(PropertyBag& bag) {
-  // Everything is read before anything is stored: a bad bag changes
-  // nothing.
-  const bool start_caption = bag.ReadAs("StartCaption", Variant::Boolean(start_caption_)).ToBool();
-  const int16_t block_size = bag.ReadAs("BlockSize", Variant(block_size_)).ToInteger();
-  const auto fore_color = static_cast<OLE_COLOR>(
-      bag.ReadAs("ForeColor", Variant(static_cast<int32_t>(fore_color_))).ToLong());
-  const int32_t volume_size = bag.ReadAs("VolumeSize", Variant(volume_size_)).ToLong();
-  start_caption_ = start_caption;
-  block_size_ = block_size;
-  fore_color_ = fore_color;
-  volume_size_ = volume_size;
+  UserControl::UserControl_ReadProperties(bag);
   SetBackColor(syscolor::kWindowBackground);
-}
-
-void KestuCopyFile::UserControl_WriteProperties(PropertyBag& bag) {
-  bag.WriteProperty("StartCaption", Variant::Boolean(start_caption_));
-  bag.WriteProperty("BlockSize", Variant(block_size_));
-  bag.WriteProperty("ForeColor", Variant(static_cast<int32_t>(fore_color_)));
-  bag.WriteProperty("VolumeSize", Variant(volume_size_));
 }
 
 // ---- The copy ----

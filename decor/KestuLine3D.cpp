@@ -1,7 +1,5 @@
 #include "kestu/decor/KestuLine3D.h"
 
-#include "kestu/foundation/PropertyBag.h"
-
 namespace kestu {
 
 ClassInfo& KestuLine3D::Info() {
@@ -15,21 +13,34 @@ ClassInfo& KestuLine3D::Info() {
     c.default_height = 30;
     c.create = [] { return std::make_unique<KestuLine3D>(); };
     using L = KestuLine3D;
+    constexpr OnSet kDraws = OnSet::NotifyThenRedraw;
     c.properties = {
-        Property<L>("Light3DColor", "OLE_COLOR", &L::Light3DColor, &L::SetLight3DColor,
-                    "Returns/sets the light color of the line. [Retorna/define a cor clara da "
-                    "linha.]"),
-        Property<L>("Shadow3DColor", "OLE_COLOR", &L::Shadow3DColor, &L::SetShadow3DColor,
-                    "Returns/sets the shadow color of the line. [Retorna/define a cor de sombra "
-                    "da linha.]"),
-        Property<L>("LineStyle", "KST_LineStyle", &L::LineStyle, &L::SetLineStyle,
-                    "Returns/sets whether the line is raised or lowered. [Retorna/define se a "
-                    "linha é em relevo ou rebaixada.]"),
-        Property<L>("LineOrientation", "KST_LineOrientation", &L::LineOrientation,
-                    &L::SetLineOrientation,
-                    "Returns/sets whether the line is horizontal or vertical. [Retorna/define "
-                    "se a linha é horizontal ou vertical.]"),
+        Field<L>("Light3DColor", "OLE_COLOR", &L::light_3d_color_,
+                 "Returns/sets the light color of the line. [Retorna/define a cor clara da "
+                 "linha.]",
+                 kDraws)
+            .Saved()
+            .Defaults(syscolor::k3DHighlight),
+        Field<L>("Shadow3DColor", "OLE_COLOR", &L::shadow_3d_color_,
+                 "Returns/sets the shadow color of the line. [Retorna/define a cor de sombra da "
+                 "linha.]",
+                 kDraws)
+            .Saved()
+            .Defaults(syscolor::kButtonShadow),
+        Field<L, int32_t>("LineStyle", "KST_LineStyle", &L::line_style_,
+                          "Returns/sets whether the line is raised or lowered. [Retorna/define "
+                          "se a linha é em relevo ou rebaixada.]",
+                          kDraws)
+            .Saved()
+            .Defaults(LnRaised),
+        Field<L, int32_t>("LineOrientation", "KST_LineOrientation", &L::line_orientation_,
+                          "Returns/sets whether the line is horizontal or vertical. "
+                          "[Retorna/define se a linha é horizontal ou vertical.]",
+                          kDraws)
+            .Saved()
+            .Defaults(LnHorizontal),
     };
+    c.redraw = [](UserControl& line) { static_cast<L&>(line).Draw(); };
     c.enums = {
         {"KST_LineStyle", {{"LnRaised", LnRaised}, {"LnLowered", LnLowered}}},
         {"KST_LineOrientation", {{"LnVertical", LnVertical}, {"LnHorizontal", LnHorizontal}}}};
@@ -40,63 +51,9 @@ ClassInfo& KestuLine3D::Info() {
 
 KESTU_REGISTER_CONTROL(KestuLine3D)
 
-void KestuLine3D::SetLight3DColor(OLE_COLOR color) {
-  light_3d_color_ = color;
-  PropertyChanged("Light3DColor");
-  Draw();
-}
-
-void KestuLine3D::SetShadow3DColor(OLE_COLOR color) {
-  shadow_3d_color_ = color;
-  PropertyChanged("Shadow3DColor");
-  Draw();
-}
-
-void KestuLine3D::SetLineStyle(int32_t style) {
-  line_style_ = ToInt16(style);
-  PropertyChanged("LineStyle");
-  Draw();
-}
-
-void KestuLine3D::SetLineOrientation(int32_t orientation) {
-  line_orientation_ = ToInt16(orientation);
-  PropertyChanged("LineOrientation");
-  Draw();
-}
-
 void KestuLine3D::UserControl_Initialize() {
   pixel_width_ = Int16::From(ScreenTwipsPerPixelX());
   pixel_height_ = Int16::From(ScreenTwipsPerPixelY());
-  light_3d_color_ = syscolor::k3DHighlight;
-  shadow_3d_color_ = syscolor::kButtonShadow;
-  line_style_ = LnRaised;
-  line_orientation_ = LnHorizontal;
-}
-
-void KestuLine3D::UserControl_ReadProperties(PropertyBag& bag) {
-  // Read everything before storing anything: a bad value leaves the line
-  // as it was.
-  auto read_color = [&bag](const char* key, OLE_COLOR current) {
-    return static_cast<OLE_COLOR>(bag.ReadAs(key, Variant(static_cast<int32_t>(current))).ToLong());
-  };
-  auto read_integer = [&bag](const char* key, int16_t current) {
-    return bag.ReadAs(key, Variant(current)).ToInteger();
-  };
-  const OLE_COLOR light = read_color("Light3DColor", light_3d_color_);
-  const OLE_COLOR shadow = read_color("Shadow3DColor", shadow_3d_color_);
-  const int16_t style = read_integer("LineStyle", line_style_);
-  const int16_t orientation = read_integer("LineOrientation", line_orientation_);
-  light_3d_color_ = light;
-  shadow_3d_color_ = shadow;
-  line_style_ = style;
-  line_orientation_ = orientation;
-}
-
-void KestuLine3D::UserControl_WriteProperties(PropertyBag& bag) {
-  bag.WriteProperty("Light3DColor", Variant(static_cast<int32_t>(light_3d_color_)));
-  bag.WriteProperty("Shadow3DColor", Variant(static_cast<int32_t>(shadow_3d_color_)));
-  bag.WriteProperty("LineStyle", Variant(line_style_));
-  bag.WriteProperty("LineOrientation", Variant(line_orientation_));
 }
 
 void KestuLine3D::Draw() {

@@ -1,7 +1,6 @@
 #include "kestu/decor/KestuPanel3D.h"
 
 #include "kestu/foundation/Bevel.h"
-#include "kestu/foundation/PropertyBag.h"
 
 namespace kestu {
 
@@ -17,26 +16,47 @@ ClassInfo& KestuPanel3D::Info() {
     c.is_container = true;
     c.create = [] { return std::make_unique<KestuPanel3D>(); };
     using P = KestuPanel3D;
+    // Saved in the order of the ranks, as saved panels have it.
+    constexpr OnSet kDraws = OnSet::NotifyThenRedraw;
     c.properties = {
-        Property<P>("Light3DColor", "OLE_COLOR", &P::Light3DColor, &P::SetLight3DColor,
-                    "Returns/sets the color of the lit edges of the bevels. [Retorna/define a "
-                    "cor das bordas iluminadas dos relevos.]"),
-        Property<P>("Shadow3DColor", "OLE_COLOR", &P::Shadow3DColor, &P::SetShadow3DColor,
-                    "Returns/sets the color of the shaded edges of the bevels. [Retorna/define "
-                    "a cor das bordas sombreadas dos relevos.]"),
-        Property<P>("BackColor", "OLE_COLOR", &P::BackColor, &P::SetBackColor,
-                    "Returns/sets the background color of the panel. [Retorna/define a cor de "
-                    "fundo do painel.]"),
-        Property<P>("BorderOut", "KST_BorderStyle", &P::BorderOut, &P::SetBorderOut,
-                    "Returns/sets the style of the outer border. [Retorna/define o estilo da "
-                    "borda externa.]"),
-        Property<P>("BorderIn", "KST_BorderStyle", &P::BorderIn, &P::SetBorderIn,
-                    "Returns/sets the style of the inner border. [Retorna/define o estilo da "
-                    "borda interna.]"),
-        Property<P>("BorderWidth", "Integer", &P::BorderWidth, &P::SetBorderWidth,
-                    "Returns/sets the width of the border, in pixels. [Retorna/define a "
-                    "largura da borda, em pixels.]"),
+        Field<P>("Light3DColor", "OLE_COLOR", &P::light_3d_color_,
+                 "Returns/sets the color of the lit edges of the bevels. [Retorna/define a cor "
+                 "das bordas iluminadas dos relevos.]",
+                 kDraws)
+            .Saved(2)
+            .Defaults(syscolor::k3DHighlight),
+        Field<P>("Shadow3DColor", "OLE_COLOR", &P::shadow_3d_color_,
+                 "Returns/sets the color of the shaded edges of the bevels. [Retorna/define a "
+                 "cor das bordas sombreadas dos relevos.]",
+                 kDraws)
+            .Saved(3)
+            .Defaults(syscolor::kButtonShadow),
+        Field<P>("BackColor", "OLE_COLOR", &P::back_color_,
+                 "Returns/sets the background color of the panel. [Retorna/define a cor de "
+                 "fundo do painel.]",
+                 kDraws)
+            .Saved(1)
+            .Defaults(syscolor::kButtonFace),
+        Field<P, int32_t>("BorderOut", "KST_BorderStyle", &P::border_out_,
+                          "Returns/sets the style of the outer border. [Retorna/define o estilo "
+                          "da borda externa.]",
+                          kDraws)
+            .Saved(5)
+            .Defaults(KSTPN_Raised),
+        Field<P, int32_t>("BorderIn", "KST_BorderStyle", &P::border_in_,
+                          "Returns/sets the style of the inner border. [Retorna/define o estilo "
+                          "da borda interna.]",
+                          kDraws)
+            .Saved(4)
+            .Defaults(KSTPN_Lowered),
+        Field<P>("BorderWidth", "Integer", &P::border_width_,
+                 "Returns/sets the width of the border, in pixels. [Retorna/define a largura da "
+                 "borda, em pixels.]",
+                 kDraws)
+            .Saved(6)
+            .Defaults(5),
     };
+    c.redraw = [](UserControl& panel) { static_cast<P&>(panel).Draw(); };
     c.enums = {{"KST_BorderStyle",
                 {{"KSTPN_None", KSTPN_None},
                  {"KSTPN_Raised", KSTPN_Raised},
@@ -48,83 +68,9 @@ ClassInfo& KestuPanel3D::Info() {
 
 KESTU_REGISTER_CONTROL(KestuPanel3D)
 
-void KestuPanel3D::SetLight3DColor(OLE_COLOR color) {
-  light_3d_color_ = color;
-  PropertyChanged("Light3DColor");
-  Draw();
-}
-
-void KestuPanel3D::SetShadow3DColor(OLE_COLOR color) {
-  shadow_3d_color_ = color;
-  PropertyChanged("Shadow3DColor");
-  Draw();
-}
-
-void KestuPanel3D::SetBackColor(OLE_COLOR color) {
-  back_color_ = color;
-  PropertyChanged("BackColor");
-  Draw();
-}
-
-void KestuPanel3D::SetBorderOut(int32_t style) {
-  border_out_ = ToInt16(style);
-  PropertyChanged("BorderOut");
-  Draw();
-}
-
-void KestuPanel3D::SetBorderIn(int32_t style) {
-  border_in_ = ToInt16(style);
-  PropertyChanged("BorderIn");
-  Draw();
-}
-
-void KestuPanel3D::SetBorderWidth(int16_t pixels) {
-  border_width_ = pixels;
-  PropertyChanged("BorderWidth");
-  Draw();
-}
-
 void KestuPanel3D::UserControl_Initialize() {
-  back_color_ = UserControl::BackColor();
-  light_3d_color_ = syscolor::k3DHighlight;
-  shadow_3d_color_ = syscolor::kButtonShadow;
-  border_out_ = KSTPN_Raised;
-  border_in_ = KSTPN_Lowered;
-  border_width_ = 5;
   pixel_width_ = Int16::From(ScreenTwipsPerPixelX());
   pixel_height_ = Int16::From(ScreenTwipsPerPixelY());
-}
-
-void KestuPanel3D::UserControl_ReadProperties(PropertyBag& bag) {
-  // Read everything before storing anything: a bad value leaves the panel
-  // as it was. BorderIn comes before BorderOut, as saved panels have it.
-  auto read_color = [&bag](const char* key, OLE_COLOR current) {
-    return static_cast<OLE_COLOR>(bag.ReadAs(key, Variant(static_cast<int32_t>(current))).ToLong());
-  };
-  auto read_integer = [&bag](const char* key, int16_t current) {
-    return bag.ReadAs(key, Variant(current)).ToInteger();
-  };
-  const OLE_COLOR back = read_color("BackColor", back_color_);
-  const OLE_COLOR light = read_color("Light3DColor", light_3d_color_);
-  const OLE_COLOR shadow = read_color("Shadow3DColor", shadow_3d_color_);
-  const int16_t border_in = read_integer("BorderIn", border_in_);
-  const int16_t border_out = read_integer("BorderOut", border_out_);
-  const int16_t border_width = read_integer("BorderWidth", border_width_);
-  back_color_ = back;
-  light_3d_color_ = light;
-  shadow_3d_color_ = shadow;
-  border_in_ = border_in;
-  border_out_ = border_out;
-  border_width_ = border_width;
-}
-
-void KestuPanel3D::UserControl_WriteProperties(PropertyBag& bag) {
-  bag.WriteProperty("BackColor", Variant(static_cast<int32_t>(back_color_)));
-  bag.WriteProperty("Light3DColor", Variant(static_cast<int32_t>(light_3d_color_)));
-  bag.WriteProperty("Shadow3DColor", Variant(static_cast<int32_t>(shadow_3d_color_)));
-  bag.WriteProperty("BorderIn", Variant(border_in_));
-  bag.WriteProperty("BorderOut", Variant(border_out_));
-  bag.WriteProperty("BorderWidth", Variant(border_width_));
 }
 
 OLE_COLOR KestuPanel3D::TopLeftColor(int16_t style) const {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "kestu/foundation/PropertyBag.h"
 #include "kestu/foundation/Text.h"
 
 namespace kestu {
@@ -16,7 +17,48 @@ auto FindByName(const Range& range, std::string_view name, NameOf name_of)
   return it == range.end() ? nullptr : &*it;
 }
 
+// The saved properties of `info`, ordered by the rank `rank_of` gives.
+template <typename RankOf>
+std::vector<const PropertyInfo*> SavedInOrder(const ClassInfo& info, RankOf rank_of) {
+  std::vector<const PropertyInfo*> saved;
+  for (const PropertyInfo& property : info.properties) {
+    if (property.persist) saved.push_back(&property);
+  }
+  std::stable_sort(saved.begin(), saved.end(), [&](const PropertyInfo* a, const PropertyInfo* b) {
+    return rank_of(*a->persist) < rank_of(*b->persist);
+  });
+  return saved;
+}
+
 }  // namespace
+
+void ReadDeclaredProperties(UserControl& control, PropertyBag& bag) {
+  const auto by_read_rank = [](const PersistInfo& p) { return p.read_rank; };
+  std::vector<std::pair<const PersistInfo*, Variant>> values;
+  for (const PropertyInfo* property : SavedInOrder(control.Class(), by_read_rank)) {
+    const PersistInfo& p = *property->persist;
+    if (!p.store) continue;
+    Variant value = bag.ReadAs(p.key, p.read_default ? *p.read_default : p.value(control));
+    if (p.check) p.check(value);
+    values.emplace_back(&p, std::move(value));
+  }
+  for (const auto& [p, value] : values) p->store(control, value);
+}
+
+void WriteDeclaredProperties(UserControl& control, PropertyBag& bag) {
+  const auto by_save_rank = [](const PersistInfo& p) { return p.save_rank; };
+  for (const PropertyInfo* property : SavedInOrder(control.Class(), by_save_rank)) {
+    bag.WriteProperty(property->persist->key, property->persist->value(control));
+  }
+}
+
+void InitDeclaredProperties(UserControl& control) {
+  for (const PropertyInfo& property : control.Class().properties) {
+    if (property.persist && property.persist->initial) {
+      property.persist->store(control, *property.persist->initial);
+    }
+  }
+}
 
 const PropertyInfo* ClassInfo::FindProperty(std::string_view wanted) const {
   return FindByName(properties, wanted, [](const PropertyInfo& p) { return p.name; });

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "foundation/FaceRecording.h"
+#include "kestu/foundation/ClassInfo.h"
 #include "kestu/foundation/RuntimeError.h"
 
 namespace kestu {
@@ -45,6 +46,40 @@ int RoundToPixel(double pixels) {
 }  // namespace
 
 UserControl::UserControl() = default;
+
+namespace {
+
+const PropertyInfo& PropertyOf(const UserControl& control, std::string_view name) {
+  const PropertyInfo* property = control.Class().FindProperty(name);
+  if (!property) throw RuntimeError(err::kNotSupported, std::string(name));
+  return *property;
+}
+
+}  // namespace
+
+void UserControl::SetProperty(std::string_view name, const Variant& value) {
+  const PropertyInfo& property = PropertyOf(*this, name);
+  if (!property.CanWrite()) throw RuntimeError(err::kPropertyReadOnly, property.name);
+  property.set(*this, value);
+}
+
+Variant UserControl::GetProperty(std::string_view name) {
+  const PropertyInfo& property = PropertyOf(*this, name);
+  if (!property.CanRead()) throw RuntimeError(err::kPropertyWriteOnly, property.name);
+  return property.get(*this);
+}
+
+void UserControl::UserControl_InitProperties() {
+  InitDeclaredProperties(*this);
+}
+
+void UserControl::UserControl_ReadProperties(PropertyBag& bag) {
+  ReadDeclaredProperties(*this, bag);
+}
+
+void UserControl::UserControl_WriteProperties(PropertyBag& bag) {
+  WriteDeclaredProperties(*this, bag);
+}
 UserControl::~UserControl() = default;
 
 void UserControl::AttachSite(ControlSite* site) {

@@ -50,54 +50,6 @@ NumberText KestuNumberEdit::Rules() const {
 
 // ---- Properties ----
 
-void KestuNumberEdit::SetBorder3D(bool on) {
-  border_3d_ = on;
-  UserControl_Show();
-  PropertyChanged("Border3D");
-}
-
-void KestuNumberEdit::SetShadow(bool on) {
-  shadow_ = on;
-  UserControl_Show();
-  PropertyChanged("Shadow");
-}
-
-void KestuNumberEdit::SetShadowColor(OLE_COLOR color) {
-  shadow_color_ = color;
-  UserControl_Show();
-  PropertyChanged("ShadowColor");
-}
-
-void KestuNumberEdit::SetBackColor(OLE_COLOR color) {
-  back_color_ = color;
-  UserControl_Show();
-  PropertyChanged("BackColor");
-}
-
-void KestuNumberEdit::SetForeColor(OLE_COLOR color) {
-  fore_color_ = color;
-  UserControl_Show();
-  PropertyChanged("ForeColor");
-}
-
-void KestuNumberEdit::SetNegativeColor(OLE_COLOR color) {
-  negative_color_ = color;
-  UserControl_Show();
-  PropertyChanged("NegativeColor");
-}
-
-void KestuNumberEdit::SetLockedColor(OLE_COLOR color) {
-  locked_color_ = color;
-  UserControl_Show();
-  PropertyChanged("LockedColor");
-}
-
-void KestuNumberEdit::SetDisabledColor(OLE_COLOR color) {
-  disabled_color_ = color;
-  UserControl_Show();
-  PropertyChanged("DisabledColor");
-}
-
 Variant KestuNumberEdit::Text() const {
   return Variant(EncodeUtf8(text_));
 }
@@ -153,28 +105,6 @@ void KestuNumberEdit::SetEnabled(bool on) {
   PropertyChanged("Enabled");
 }
 
-void KestuNumberEdit::SetSelection3D(bool on) {
-  selection_3d_ = on;
-  PropertyChanged("Selection3D");
-}
-
-void KestuNumberEdit::SetAutoSelect(bool on) {
-  auto_select_ = on;
-  PropertyChanged("AutoSelect");
-}
-
-void KestuNumberEdit::SetAllowNegative(bool on) {
-  allow_negative_ = on;
-  UserControl_Show();
-  PropertyChanged("AllowNegative");
-}
-
-void KestuNumberEdit::SetThSeparator(bool on) {
-  th_separator_ = on;
-  UserControl_Show();
-  PropertyChanged("ThSeparator");
-}
-
 void KestuNumberEdit::SetNumberFormat(int16_t format) {
   // The stored text keeps the separator it was typed with until it is set
   // again: "12,5" reads as 12 in the other format. Deliberate.
@@ -182,11 +112,6 @@ void KestuNumberEdit::SetNumberFormat(int16_t format) {
   NumberText::ApplyFormat(number_format_, thousands_, decimal_);
   UserControl_Show();
   PropertyChanged("NumberFormat");
-}
-
-void KestuNumberEdit::SetLocked(bool on) {
-  locked_ = on;
-  PropertyChanged("Locked");
 }
 
 Variant KestuNumberEdit::dcDataValue() const {
@@ -220,114 +145,19 @@ void KestuNumberEdit::UserControl_Initialize() {
 }
 
 void KestuNumberEdit::UserControl_InitProperties() {
+  UserControl::UserControl_InitProperties();
   font_ = AmbientFont();
   if (font_) UserControl::SetFont(font_);
-  border_3d_ = true;
-  shadow_ = false;
-  shadow_color_ = 0;
-  back_color_ = syscolor::kWindowBackground;
-  fore_color_ = syscolor::kWindowText;
-  negative_color_ = RGB(255, 0, 0);
-  locked_color_ = syscolor::kButtonText;
-  disabled_color_ = syscolor::kGrayText;
-  text_.clear();
-  int_max_length_ = 5;
-  dec_max_length_ = 0;
-  enabled_ = true;
-  selection_3d_ = false;
-  auto_select_ = true;
-  allow_negative_ = true;
-  th_separator_ = true;
-  number_format_ = BrazilFormat;
-  locked_ = false;
   NumberText::ApplyFormat(number_format_, thousands_, decimal_);
 }
 
 void KestuNumberEdit::UserControl_ReadProperties(PropertyBag& bag) {
-  // Every key but the last two defaults to the field as it stands, which on
-  // loading is the blank box (False, 0, ""), not the new box's defaults: a
-  // bag without "IntMaxLength" loads 0. Deliberate; every key is always
-  // written. Everything is read before anything is stored, so a bad bag
-  // leaves the box as it was.
-  auto read_bool = [&bag](const char* key, bool current) {
-    return bag.ReadAs(key, Variant::Boolean(current)).ToBool();
-  };
-  auto read_color = [&bag](const char* key, OLE_COLOR current) {
-    return static_cast<OLE_COLOR>(bag.ReadAs(key, Variant(static_cast<int32_t>(current))).ToLong());
-  };
-  auto read_integer = [&bag](const char* key, int16_t current) {
-    return bag.ReadAs(key, Variant(current)).ToInteger();
-  };
-  const FontRef font = bag.ReadAs("Font", Variant(font_)).ToFont();
-  const bool border_3d = read_bool("Border3D", border_3d_);
-  const bool shadow = read_bool("Shadow", shadow_);
-  const OLE_COLOR shadow_color = read_color("ShadowColor", shadow_color_);
-  const OLE_COLOR back_color = read_color("BackColor", back_color_);
-  const OLE_COLOR fore_color = read_color("ForeColor", fore_color_);
-  const OLE_COLOR negative_color = read_color("NegativeColor", negative_color_);
-  const std::string text = bag.ReadAs("Text", Variant(EncodeUtf8(text_))).ToString();
-  const bool enabled = read_bool("Enabled", enabled_);
-  const bool selection_3d = read_bool("Selection3D", selection_3d_);
-  const bool auto_select = read_bool("AutoSelect", auto_select_);
-  const int16_t dec_max_length = read_integer("DecMaxLength", dec_max_length_);
-  const int16_t int_max_length = read_integer("IntMaxLength", int_max_length_);
-  const bool allow_negative = read_bool("AllowNegative", allow_negative_);
-  const bool th_separator = read_bool("ThSeparator", th_separator_);
-  const int16_t number_format = read_integer("NumberFormat", number_format_);
-  const bool locked = read_bool("Locked", locked_);
-  const OLE_COLOR disabled_color = read_color("DisabledColor", syscolor::kGrayText);
-  const OLE_COLOR locked_color = read_color("LockedColor", syscolor::kButtonText);
-  std::u32string stored_text = DecodeUtf8(text);
-  NumberText::Length(stored_text);  // past 32767 characters: error 6, nothing stored
-
-  font_ = font;
-  border_3d_ = border_3d;
-  shadow_ = shadow;
-  shadow_color_ = shadow_color;
-  back_color_ = back_color;
-  fore_color_ = fore_color;
-  negative_color_ = negative_color;
-  text_ = std::move(stored_text);  // as read: the redraw below normalises it
-  enabled_ = enabled;
-  selection_3d_ = selection_3d;
-  auto_select_ = auto_select;
-  dec_max_length_ = dec_max_length;
-  int_max_length_ = int_max_length;
-  allow_negative_ = allow_negative;
-  th_separator_ = th_separator;
-  number_format_ = number_format;
-  locked_ = locked;
-  disabled_color_ = disabled_color;
-  locked_color_ = locked_color;
-
+  UserControl::UserControl_ReadProperties(bag);
+  // The text is stored as read: the redraw below normalises it.
   KestuControlsAPI::EnableWindow(hWnd(), enabled_ ? 1 : 0);
   if (font_) UserControl::SetFont(font_);
   NumberText::ApplyFormat(number_format_, thousands_, decimal_);
   UserControl_Show();
-}
-
-void KestuNumberEdit::UserControl_WriteProperties(PropertyBag& bag) {
-  auto color = [](OLE_COLOR c) { return Variant(static_cast<int32_t>(c)); };
-  bag.WriteProperty("dcDataValue", Variant(Rules().ValueOf(text_)));
-  bag.WriteProperty("Border3D", Variant::Boolean(border_3d_));
-  bag.WriteProperty("Shadow", Variant::Boolean(shadow_));
-  bag.WriteProperty("ShadowColor", color(shadow_color_));
-  bag.WriteProperty("BackColor", color(back_color_));
-  bag.WriteProperty("ForeColor", color(fore_color_));
-  bag.WriteProperty("NegativeColor", color(negative_color_));
-  bag.WriteProperty("Text", Variant(EncodeUtf8(text_)));
-  bag.WriteProperty("Enabled", Variant::Boolean(enabled_));
-  bag.WriteProperty("Font", Variant(font_));
-  bag.WriteProperty("Selection3D", Variant::Boolean(selection_3d_));
-  bag.WriteProperty("AutoSelect", Variant::Boolean(auto_select_));
-  bag.WriteProperty("DecMaxLength", Variant(dec_max_length_));
-  bag.WriteProperty("IntMaxLength", Variant(int_max_length_));
-  bag.WriteProperty("AllowNegative", Variant::Boolean(allow_negative_));
-  bag.WriteProperty("ThSeparator", Variant::Boolean(th_separator_));
-  bag.WriteProperty("NumberFormat", Variant(number_format_));
-  bag.WriteProperty("Locked", Variant::Boolean(locked_));
-  bag.WriteProperty("DisabledColor", color(disabled_color_));
-  bag.WriteProperty("LockedColor", color(locked_color_));
 }
 
 void KestuNumberEdit::UserControl_Show() {

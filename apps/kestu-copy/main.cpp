@@ -203,8 +203,8 @@ int RunCopy(const Options& options) {
   kestu::HostedControl& site =
       host.NewControl(form, KestuCopyFile::Info(), "CopyFile1", kestu::TwipsRect{0, 0, 2400, 360});
   auto& copier = static_cast<KestuCopyFile&>(site.Control());
-  copier.SetBlockSize(options.block_size);
-  copier.SetVolumeSize(options.volume_kb);
+  copier.SetProperty("BlockSize", kestu::Variant(options.block_size));
+  copier.SetProperty("VolumeSize", kestu::Variant(options.volume_kb));
   copier.SetSourceFile(options.source);
   copier.SetNewFile(options.target);
 

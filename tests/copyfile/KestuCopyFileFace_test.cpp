@@ -82,7 +82,7 @@ TEST(KestuCopyFileFace, CaptionPixelsUnderTheBarAreInverted) {
   TempFolder dir;
   WriteFile(dir / "src", PatternBytes(100 * 1024));
   CopyFileHarness host(/*user_mode=*/true, /*width=*/1200);  // narrow: the caption spans the edge
-  host.Copier().SetBlockSize(Block_1K);
+  host.Copier().SetProperty("BlockSize", Variant(Block_1K));
   std::optional<Raster> at_57;
   host.Copier().Progress.Connect([&](int16_t percent, int16_t& cancel) {
     if (percent != 57) return;

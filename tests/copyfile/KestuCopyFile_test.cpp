@@ -8,7 +8,6 @@
 
 #include "copyfile/CopyFileHarness.h"
 #include "kestu/foundation/HostFiles.h"
-#include "kestu/foundation/PropertyBag.h"
 #include "support/ExpectRuntimeError.h"
 
 namespace kestu {
@@ -82,17 +81,18 @@ TEST(KestuCopyFileCopy, BlockSizesAndAnInvalidOneAfterBothOpens) {
   WriteFile(dir / "src", PatternBytes(12'000));
   CopyFileHarness host;
 
-  host.Copier().SetBlockSize(Block_5K);
+  host.Copier().SetProperty("BlockSize", Variant(Block_5K));
   EXPECT_EQ(host.Copy(dir / "src", dir / "five"),
             (Events{"Progress(42)", "Progress(85)", "Progress(100)", "Done"}));
-  host.Copier().SetBlockSize(Block_1K);
+  host.Copier().SetProperty("BlockSize", Variant(Block_1K));
   EXPECT_EQ(host.Copy(dir / "src", dir / "one").size(), 12u + 1u);  // 11 full blocks and 736
   EXPECT_EQ(ReadFile(dir / "one"), ReadFile(dir / "src"));
 
-  host.Copier().SetBlockSize(0);
+  host.Copier().SetProperty("BlockSize", Variant(0));
   EXPECT_EQ(host.Copy(dir / "src", dir / "none"), (Events{"Error(94)"}));
   EXPECT_TRUE(fs::exists(dir / "none"));  // the target was already opened
-  ExpectRuntimeError(err::kOverflow, [&] { host.Copier().SetBlockSize(40000); });
+  ExpectRuntimeError(err::kOverflow,
+                     [&] { host.Copier().SetProperty("BlockSize", Variant(40000)); });
 }
 
 // ---- The 32-bit limits ----
@@ -119,7 +119,7 @@ TEST(KestuCopyFileLimits, VolumeSizeProductOverflowsOnTheFirstVolumeTest) {
   TempFolder dir;
   WriteFile(dir / "src", PatternBytes(30'000));
   CopyFileHarness host;
-  host.Copier().SetVolumeSize(2'100'000);  // x 1024 is past the 32-bit range
+  host.Copier().SetProperty("VolumeSize", Variant(2'100'000));  // x 1024 is past the 32-bit range
 
   EXPECT_EQ(host.Copy(dir / "src", VolumeSet(dir / "vol")),
             (Events{"NextVolume(" + (dir / "vol.001") + ")", "Progress(34)", "Error(6)"}));
@@ -155,8 +155,8 @@ TEST(KestuCopyFileCancel, AtALaterVolumeKeepsWhatWasWritten) {
   TempFolder dir;
   WriteFile(dir / "src", PatternBytes(10'000));
   CopyFileHarness host;
-  host.Copier().SetBlockSize(Block_1K);
-  host.Copier().SetVolumeSize(2);  // three blocks per volume
+  host.Copier().SetProperty("BlockSize", Variant(Block_1K));
+  host.Copier().SetProperty("VolumeSize", Variant(2));  // three blocks per volume
   host.Copier().NextVolume.Connect([](std::string name, int16_t& cancel) {
     if (name.ends_with(".002")) cancel = 1;
   });
@@ -229,7 +229,7 @@ TEST(KestuCopyFileVolumes, PercentRestartsAtEachSourceVolume) {
   WriteFile(dir / "set.001", PatternBytes(2048));
   WriteFile(dir / "set.002", PatternBytes(1024));
   CopyFileHarness host;
-  host.Copier().SetBlockSize(Block_1K);
+  host.Copier().SetProperty("BlockSize", Variant(Block_1K));
 
   EXPECT_EQ(host.Copy(VolumeSet(dir / "set"), dir / "out"),
             (Events{"NextVolume(" + (dir / "set.001") + ")", "Progress(50)", "Progress(100)",
@@ -242,8 +242,8 @@ TEST(KestuCopyFileVolumes, DottedFolderCutsLaterVolumeNamesThere) {
   fs::create_directory(dir / "my.dir");
   WriteFile(dir / "src", PatternBytes(5000));
   CopyFileHarness host;
-  host.Copier().SetBlockSize(Block_1K);
-  host.Copier().SetVolumeSize(1);  // two blocks per volume
+  host.Copier().SetProperty("BlockSize", Variant(Block_1K));
+  host.Copier().SetProperty("VolumeSize", Variant(1));  // two blocks per volume
 
   EXPECT_EQ(host.Copy(dir / "src", VolumeSet(dir / "my.dir/data")).back(), "Done");
   EXPECT_EQ(fs::file_size(dir / "my.dir/data.001"), 2048u);
@@ -281,11 +281,11 @@ TEST(KestuCopyFileShow, ShowRaisesProgressByModeAndCaption) {
 
   CopyFileHarness run;
   run.Events().clear();
-  run.Copier().SetForeColor(255);
+  run.Copier().SetProperty("ForeColor", Variant(255));
   EXPECT_EQ(run.Events(), (Events{"notify ForeColor", "Progress(0)"}));
 
   run.Events().clear();
-  run.Copier().SetStartCaption(false);
+  run.Copier().SetProperty("StartCaption", Variant::Boolean(false));
   run.Copier().UserControl_Paint();
   EXPECT_EQ(run.Events(), (Events{"notify StartCaption"}));
   for (Rgb pixel : run.Face().Pixels()) ASSERT_EQ(pixel, ResolveColor(syscolor::kWindowBackground));
@@ -308,28 +308,6 @@ TEST(KestuCopyFileShow, RepaintDuringCopyCountsAgainstOneHundred) {
 }
 
 // ---- Persistence ----
-
-TEST(KestuCopyFilePersistence, WritesEveryKeyInOrderAndReadsAllOrNothing) {
-  CopyFileHarness host;
-  PropertyBag bag;
-  host.Copier().UserControl_WriteProperties(bag);
-  EXPECT_EQ(bag.ToJson(), R"({"StartCaption":{"$type":"Boolean","value":true},)"
-                          R"("BlockSize":{"$type":"Integer","value":3},)"
-                          R"("ForeColor":{"$type":"Long","value":-2147483635},)"
-                          R"("VolumeSize":{"$type":"Long","value":1400}})");
-
-  PropertyBag partial;
-  partial.WriteProperty("VolumeSize", Variant(int32_t{720}));
-  host.Copier().UserControl_ReadProperties(partial);
-  EXPECT_EQ(host.Copier().VolumeSize(), 720);
-  EXPECT_EQ(host.Copier().BlockSize(), Block_10K);
-
-  PropertyBag bad;
-  bad.WriteProperty("StartCaption", Variant::Boolean(false));
-  bad.WriteProperty("BlockSize", Variant(int32_t{70000}));
-  ExpectRuntimeError(err::kOverflow, [&] { host.Copier().UserControl_ReadProperties(bad); });
-  EXPECT_TRUE(host.Copier().StartCaption());
-}
 
 }  // namespace
 }  // namespace kestu

@@ -65,7 +65,7 @@ TEST_F(LineTest, RaisedHorizontalLineIsLightOverShadowOverItsFullLength) {
 
 TEST_F(LineTest, AssignmentDrawsTwoFullLengthLinesWithoutClearing) {
   KestuLine3D& line = NewLine();
-  line.SetShadow3DColor(syscolor::kButtonShadow);
+  line.SetProperty("Shadow3DColor", Variant(static_cast<int32_t>(syscolor::kButtonShadow)));
   EXPECT_THAT(recorder_.Take(),
               ElementsAre("notify Shadow3DColor", "Line (0,0)-(1200,0) 0x80000014",
                           "Line (0,15)-(1200,15) 0x80000010"));
@@ -73,7 +73,7 @@ TEST_F(LineTest, AssignmentDrawsTwoFullLengthLinesWithoutClearing) {
 
 TEST_F(LineTest, SwitchingToVerticalSetsTheWidthAndKeepsTheHeight) {
   KestuLine3D& line = NewLine();
-  line.SetLineOrientation(LnVertical);
+  line.SetProperty("LineOrientation", Variant(LnVertical));
   EXPECT_EQ(Bounds().width, 30);
   EXPECT_EQ(Bounds().height, 30);
   // Setting the width resizes the control, whose Resize draws the line
@@ -101,17 +101,17 @@ TEST_F(LineTest, VerticalLineIsLightLeftOfShadowOverItsFullLength) {
 TEST_F(LineTest, OnlyStyleOneIsRaised) {
   KestuLine3D& line = NewLine();
   for (int32_t style : {0, 2, 3, -1}) {
-    line.SetLineStyle(style);
+    line.SetProperty("LineStyle", Variant(style));
     EXPECT_EQ(Pixel(10, 0), kGrey) << style;
     EXPECT_EQ(Pixel(10, 1), kWhite) << style;
   }
-  line.SetLineStyle(LnRaised);
+  line.SetProperty("LineStyle", Variant(LnRaised));
   EXPECT_EQ(Pixel(10, 0), kWhite);
 }
 
 TEST_F(LineTest, OnlyOrientationOneIsHorizontal) {
   KestuLine3D& line = NewLine({0, 0, 1200, 300});
-  line.SetLineOrientation(2);
+  line.SetProperty("LineOrientation", Variant(2));
   EXPECT_EQ(Bounds().width, 30);
   EXPECT_EQ(Pixel(0, 1), kWhite);
   EXPECT_EQ(Pixel(1, 1), kGrey);
@@ -119,51 +119,11 @@ TEST_F(LineTest, OnlyOrientationOneIsHorizontal) {
 
 TEST_F(LineTest, EnumerationOutsideSixteenBitsIsErrorSixAndChangesNothing) {
   KestuLine3D& line = NewLine();
-  ExpectRuntimeError(err::kOverflow, [&] { line.SetLineStyle(32768); });
-  ExpectRuntimeError(err::kOverflow, [&] { line.SetLineOrientation(-32769); });
+  ExpectRuntimeError(err::kOverflow, [&] { line.SetProperty("LineStyle", Variant(32768)); });
+  ExpectRuntimeError(err::kOverflow, [&] { line.SetProperty("LineOrientation", Variant(-32769)); });
   EXPECT_EQ(line.LineStyle(), LnRaised);
   EXPECT_EQ(line.LineOrientation(), LnHorizontal);
   EXPECT_TRUE(recorder_.Take().empty());
-}
-
-TEST_F(LineTest, SavesEveryKeyInItsOrderAndLoadsItBack) {
-  KestuLine3D& line = NewLine();
-  line.SetLineStyle(LnLowered);
-  line.SetLight3DColor(0xABCDEF);
-  const PropertyBag saved = host_.SaveControl(*hosted_);
-  std::vector<std::string> keys;
-  for (const auto& [key, value] : saved.Entries()) keys.push_back(key);
-  EXPECT_THAT(keys, ElementsAre("Light3DColor", "Shadow3DColor", "LineStyle", "LineOrientation"));
-  EXPECT_EQ(saved.ReadProperty("LineStyle"), Variant(int16_t{2}));
-  host_.RemoveControl(*hosted_);
-  LoadLine(saved, {0, 0, 1200, 300});
-  EXPECT_EQ(host_.SaveControl(*hosted_), saved);
-  EXPECT_EQ(Pixel(5, 1), 0xEFCDABu);
-}
-
-TEST_F(LineTest, BadBagLoadsNothing) {
-  PropertyBag bag;
-  bag.WriteProperty("LineOrientation", Variant(int32_t{-40000}));
-  ExpectRuntimeError(
-      err::kOverflow,
-      [&] {
-        LoadLine(bag, {0, 0, 1200, 300});
-      },
-      "LineOrientation");
-  EXPECT_EQ(form_.FindControl("l1"), nullptr);
-}
-
-TEST_F(LineTest, PublishesItsInterface) {
-  const ClassInfo& info = KestuLine3D::Info();
-  std::vector<std::string> names;
-  for (const PropertyInfo& p : info.properties) names.push_back(p.name + ":" + p.type_name);
-  EXPECT_THAT(names, ElementsAre("Light3DColor:OLE_COLOR", "Shadow3DColor:OLE_COLOR",
-                                 "LineStyle:KST_LineStyle", "LineOrientation:KST_LineOrientation"));
-  EXPECT_TRUE(info.methods.empty());
-  EXPECT_TRUE(info.events.empty());
-  const auto* vertical = ControlRegistry::Instance().FindConstant("LnVertical");
-  ASSERT_NE(vertical, nullptr);
-  EXPECT_EQ(vertical->second, 0);
 }
 
 }  // namespace

@@ -75,7 +75,7 @@ TEST_F(PanelTest, DefaultPanelIsRaisedOutsideAndLoweredFivePixelsIn) {
 
 TEST_F(PanelTest, EveryAssignmentNotifiesClearsAndDrawsBothBevels) {
   KestuPanel3D& panel = NewPanel();
-  panel.SetBorderWidth(5);
+  panel.SetProperty("BorderWidth", Variant(5));
   EXPECT_THAT(
       recorder_.Take(),
       ElementsAre("notify BorderWidth", "Cls", "Line (0,0)-(2385,0) 0x80000014",
@@ -87,7 +87,7 @@ TEST_F(PanelTest, EveryAssignmentNotifiesClearsAndDrawsBothBevels) {
 
 TEST_F(PanelTest, AbsentOuterBevelVanishesIntoTheFace) {
   KestuPanel3D& panel = NewPanel();
-  panel.SetBorderOut(KSTPN_None);
+  panel.SetProperty("BorderOut", Variant(KSTPN_None));
   for (auto [x, y] : {std::pair{0, 0}, {80, 0}, {0, 40}, {159, 0}, {0, 79}, {159, 79}}) {
     EXPECT_EQ(Pixel(x, y), kFace) << x << "," << y;
   }
@@ -96,7 +96,7 @@ TEST_F(PanelTest, AbsentOuterBevelVanishesIntoTheFace) {
 
 TEST_F(PanelTest, ZeroBorderWidthLetsTheInnerBevelWin) {
   KestuPanel3D& panel = NewPanel();
-  panel.SetBorderWidth(0);
+  panel.SetProperty("BorderWidth", Variant(0));
   EXPECT_EQ(Pixel(0, 0), kGrey);
   EXPECT_EQ(Pixel(80, 0), kGrey);
   EXPECT_EQ(Pixel(159, 79), kWhite);
@@ -105,25 +105,25 @@ TEST_F(PanelTest, ZeroBorderWidthLetsTheInnerBevelWin) {
 
 TEST_F(PanelTest, StylesOtherThanNoneAndRaisedDrawLowered) {
   KestuPanel3D& panel = NewPanel();
-  panel.SetBorderOut(3);
+  panel.SetProperty("BorderOut", Variant(3));
   EXPECT_EQ(Pixel(0, 0), kGrey);
   EXPECT_EQ(Pixel(159, 79), kWhite);
-  panel.SetBorderOut(-1);
+  panel.SetProperty("BorderOut", Variant(-1));
   EXPECT_EQ(Pixel(0, 0), kGrey);
 }
 
 TEST_F(PanelTest, BorderWidthPastTheMiddleDrawsTheInnerBevelInverted) {
   KestuPanel3D& panel = NewPanel();
-  panel.SetBorderWidth(60);  // 900 twips in, past the middle of 1200
+  panel.SetProperty("BorderWidth", Variant(60));  // 900 twips in, past the middle of 1200
   EXPECT_THAT(recorder_.Take(), testing::IsSupersetOf({"Line (900,900)-(1485,900) 0x80000010",
                                                        "Line (900,285)-(1500,285) 0x80000014"}));
 }
 
 TEST_F(PanelTest, BorderWidthOverflowingSixteenBitTwipsIsErrorSixWhenDrawing) {
   KestuPanel3D& panel = NewPanel();
-  panel.SetBorderWidth(2184);  // 32760 twips: still fits
+  panel.SetProperty("BorderWidth", Variant(2184));  // 32760 twips: still fits
   recorder_.Take();
-  ExpectRuntimeError(err::kOverflow, [&] { panel.SetBorderWidth(2185); });
+  ExpectRuntimeError(err::kOverflow, [&] { panel.SetProperty("BorderWidth", Variant(2185)); });
   // Stored and notified first; the outer bevel is drawn before the inner
   // one's corner overflows.
   EXPECT_EQ(panel.BorderWidth(), 2185);
@@ -145,8 +145,8 @@ TEST_F(PanelTest, PanelWiderThanSixteenBitTwipsIsErrorSix) {
 
 TEST_F(PanelTest, StyleOutsideSixteenBitsIsErrorSixAndChangesNothing) {
   KestuPanel3D& panel = NewPanel();
-  ExpectRuntimeError(err::kOverflow, [&] { panel.SetBorderIn(32768); });
-  ExpectRuntimeError(err::kOverflow, [&] { panel.SetBorderOut(-32769); });
+  ExpectRuntimeError(err::kOverflow, [&] { panel.SetProperty("BorderIn", Variant(32768)); });
+  ExpectRuntimeError(err::kOverflow, [&] { panel.SetProperty("BorderOut", Variant(-32769)); });
   EXPECT_EQ(panel.BorderIn(), KSTPN_Lowered);
   EXPECT_EQ(panel.BorderOut(), KSTPN_Raised);
   EXPECT_TRUE(recorder_.Take().empty());
@@ -155,7 +155,7 @@ TEST_F(PanelTest, StyleOutsideSixteenBitsIsErrorSixAndChangesNothing) {
 TEST_F(PanelTest, PixelsAreCountedOnTheirOwnAxis) {
   host_.SetTwipsPerPixel(12, 20);
   KestuPanel3D& panel = NewPanel({0, 0, 1200, 1200});
-  panel.SetBorderWidth(2);
+  panel.SetProperty("BorderWidth", Variant(2));
   EXPECT_THAT(
       recorder_.Take(),
       ElementsAre("notify BorderWidth", "Cls", "Line (0,0)-(1188,0) 0x80000014",
@@ -165,59 +165,8 @@ TEST_F(PanelTest, PixelsAreCountedOnTheirOwnAxis) {
                   "Line (1164,40)-(1164,1140) 0x80000014"));
   // The pair is read once: a later change of the screen does not matter.
   host_.SetTwipsPerPixel(15, 15);
-  panel.SetBorderWidth(2);
+  panel.SetProperty("BorderWidth", Variant(2));
   EXPECT_EQ(recorder_.Take()[6], "Line (24,40)-(1164,40) 0x80000010");
-}
-
-TEST_F(PanelTest, SavesEveryKeyInItsOrder) {
-  NewPanel();
-  const PropertyBag bag = Save();
-  std::vector<std::string> keys;
-  for (const auto& [key, value] : bag.Entries()) keys.push_back(key);
-  EXPECT_THAT(keys, ElementsAre("BackColor", "Light3DColor", "Shadow3DColor", "BorderIn",
-                                "BorderOut", "BorderWidth"));
-  EXPECT_EQ(bag.ReadProperty("BackColor"), Variant(static_cast<int32_t>(0x8000000F)));
-  EXPECT_EQ(bag.ReadProperty("BorderIn"), Variant(int16_t{2}));
-  EXPECT_EQ(bag.ReadProperty("BorderWidth"), Variant(int16_t{5}));
-}
-
-TEST_F(PanelTest, LoadedPanelKeepsWhatItReadAndDefaultsTheRest) {
-  PropertyBag bag;
-  bag.WriteProperty("BorderOut", Variant(int16_t{2}));
-  bag.WriteProperty("BorderWidth", Variant(int16_t{3}));
-  bag.WriteProperty("Light3DColor", Variant(int32_t{0x00FF00}));
-  KestuPanel3D& panel = LoadPanel(bag);
-  EXPECT_EQ(panel.BorderOut(), KSTPN_Lowered);
-  EXPECT_EQ(panel.BorderIn(), KSTPN_Lowered);
-  EXPECT_EQ(Pixel(159, 79), 0x00FF00u);  // lowered outer: light bottom-right
-  EXPECT_EQ(Pixel(3, 3), kGrey);         // inner bevel 3 pixels in
-  PropertyBag again = Save();
-  EXPECT_EQ(again.ReadProperty("BorderWidth"), Variant(int16_t{3}));
-  EXPECT_EQ(again.Entries().size(), 6u);
-}
-
-TEST_F(PanelTest, ReadsBorderInBeforeBorderOutAndLoadsNothingOfABadBag) {
-  PropertyBag bag;
-  bag.WriteProperty("BorderOut", Variant(int32_t{70000}));
-  bag.WriteProperty("BorderIn", Variant(int32_t{70000}));
-  ExpectRuntimeError(
-      err::kOverflow, [&] { LoadPanel(bag); }, "BorderIn");
-  EXPECT_EQ(form_.FindControl("p1"), nullptr);
-}
-
-TEST_F(PanelTest, PublishesItsInterface) {
-  const ClassInfo& info = KestuPanel3D::Info();
-  std::vector<std::string> names;
-  for (const PropertyInfo& p : info.properties) names.push_back(p.name + ":" + p.type_name);
-  EXPECT_THAT(names, ElementsAre("Light3DColor:OLE_COLOR", "Shadow3DColor:OLE_COLOR",
-                                 "BackColor:OLE_COLOR", "BorderOut:KST_BorderStyle",
-                                 "BorderIn:KST_BorderStyle", "BorderWidth:Integer"));
-  EXPECT_TRUE(info.methods.empty());
-  EXPECT_TRUE(info.events.empty());
-  const auto* lowered = ControlRegistry::Instance().FindConstant("kstpn_lowered");
-  ASSERT_NE(lowered, nullptr);
-  EXPECT_EQ(lowered->second, 2);
-  EXPECT_EQ(ControlRegistry::Instance().Find("KestuPanel3D"), &info);
 }
 
 }  // namespace

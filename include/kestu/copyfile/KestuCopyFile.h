@@ -33,18 +33,15 @@ class KestuCopyFile : public UserControl {
   static std::string FirstVolumeName(const std::string& set_name);
   static std::string NextVolumeName(const std::string& previous, int16_t number);
 
-  // At run time, whether the "0%" caption is drawn when the control shows.
+  // The properties are set through the metadata. StartCaption: at run
+  // time, whether the "0%" caption is drawn when the control shows.
+  // BlockSize: `CC_BlockSize`, a Long held in 16 bits. VolumeSize: the size
+  // limit of each output volume, in KB. ForeColor: the colour of the
+  // caption and of the bar; assigning it redraws.
   bool StartCaption() const { return start_caption_; }
-  void SetStartCaption(bool on);
-  // `CC_BlockSize`; error 6 outside 16 bits.
   int32_t BlockSize() const { return block_size_; }
-  void SetBlockSize(int32_t size);
-  // Size limit of each output volume, in KB.
   int32_t VolumeSize() const { return volume_size_; }
-  void SetVolumeSize(int32_t kilobytes);
-  // Colour of the caption and of the bar; assigning it redraws.
   OLE_COLOR ForeColor() const { return fore_color_; }
-  void SetForeColor(OLE_COLOR color);
   // The file to copy from, "@name" for a volume set. Write-only.
   void SetSourceFile(const std::string& name) { source_file_ = name; }
   // The file to copy to, "@name" for a volume set. Write-only.
@@ -67,7 +64,6 @@ class KestuCopyFile : public UserControl {
 
   void UserControl_Initialize() override;
   void UserControl_ReadProperties(PropertyBag& bag) override;
-  void UserControl_WriteProperties(PropertyBag& bag) override;
   void UserControl_Resize() override { (void)ShowFace(); }
   void UserControl_Show() override { (void)ShowFace(); }
   void UserControl_Paint() override { (void)ShowFace(); }
@@ -87,10 +83,12 @@ class KestuCopyFile : public UserControl {
   [[nodiscard]] bool DrawProgress(Int32 current);
   [[nodiscard]] bool ShowFace();
 
-  bool start_caption_ = true;
-  int16_t block_size_ = Block_10K;
-  int32_t volume_size_ = 1400;
-  OLE_COLOR fore_color_ = syscolor::kHighlight;
+  // Values for a new copier, and for a key a saved one lacks, are in its
+  // metadata.
+  bool start_caption_ = false;
+  int16_t block_size_ = 0;
+  int32_t volume_size_ = 0;
+  OLE_COLOR fore_color_ = 0;
   std::string source_file_;
   std::string new_file_;
   int16_t cancel_ = 0;

@@ -24,22 +24,16 @@ class KestuLine3D : public UserControl {
   static ClassInfo& Info();
   const ClassInfo& Class() const override { return Info(); }
 
-  // Colour of the top (or left) row of a raised line.
+  // The properties are set through the metadata; each assignment notifies
+  // and draws the line again.
+  // Colours of the top (or left) and bottom (or right) rows of a raised line.
   OLE_COLOR Light3DColor() const { return light_3d_color_; }
-  void SetLight3DColor(OLE_COLOR color);
-  // Colour of the bottom (or right) row of a raised line.
   OLE_COLOR Shadow3DColor() const { return shadow_3d_color_; }
-  void SetShadow3DColor(OLE_COLOR color);
-  // `KST_LineStyle`; error 6 outside 16 bits.
+  // `KST_LineStyle` and `KST_LineOrientation`, Longs held in 16 bits.
   int32_t LineStyle() const { return line_style_; }
-  void SetLineStyle(int32_t style);
-  // `KST_LineOrientation`; error 6 outside 16 bits.
   int32_t LineOrientation() const { return line_orientation_; }
-  void SetLineOrientation(int32_t orientation);
 
   void UserControl_Initialize() override;
-  void UserControl_ReadProperties(PropertyBag& bag) override;
-  void UserControl_WriteProperties(PropertyBag& bag) override;
   void UserControl_Resize() override { Draw(); }
   void UserControl_Show() override { Draw(); }
   void UserControl_Paint() override { Draw(); }
@@ -49,10 +43,12 @@ class KestuLine3D : public UserControl {
   void DrawVertical(OLE_COLOR first, OLE_COLOR second);
   void DrawHorizontal(OLE_COLOR first, OLE_COLOR second);
 
-  OLE_COLOR light_3d_color_ = syscolor::k3DHighlight;
-  OLE_COLOR shadow_3d_color_ = syscolor::kButtonShadow;
-  int16_t line_style_ = LnRaised;
-  int16_t line_orientation_ = LnHorizontal;
+  // Values for a new line, and for a key a saved one lacks, are in its
+  // metadata.
+  OLE_COLOR light_3d_color_ = 0;
+  OLE_COLOR shadow_3d_color_ = 0;
+  int16_t line_style_ = 0;
+  int16_t line_orientation_ = 0;
   Int16 pixel_width_ = 15;
   Int16 pixel_height_ = 15;
 };

@@ -22,30 +22,22 @@ class KestuPanel3D : public UserControl {
   static ClassInfo& Info();
   const ClassInfo& Class() const override { return Info(); }
 
-  // Colour of the lit edges.
-  OLE_COLOR Light3DColor() const { return light_3d_color_; }
-  void SetLight3DColor(OLE_COLOR color);
-  // Colour of the shaded edges.
-  OLE_COLOR Shadow3DColor() const { return shadow_3d_color_; }
-  void SetShadow3DColor(OLE_COLOR color);
+  // The properties, set through the metadata (Light3DColor, Shadow3DColor,
+  // BackColor, BorderOut, BorderIn, BorderWidth): each assignment notifies,
+  // clears and draws both bevels.
   // The face colour, also that of an absent bevel. It hides the surface's
   // own BackColor, which the drawing routine sets from it.
   OLE_COLOR BackColor() const { return back_color_; }
-  void SetBackColor(OLE_COLOR color);
-  // Style of the outer bevel (`KST_BorderStyle`); error 6 outside 16 bits.
+  OLE_COLOR Light3DColor() const { return light_3d_color_; }
+  OLE_COLOR Shadow3DColor() const { return shadow_3d_color_; }
+  // Styles of the bevels (`KST_BorderStyle`), Longs held in 16 bits.
   int32_t BorderOut() const { return border_out_; }
-  void SetBorderOut(int32_t style);
-  // Style of the inner bevel (`KST_BorderStyle`); error 6 outside 16 bits.
   int32_t BorderIn() const { return border_in_; }
-  void SetBorderIn(int32_t style);
   // Distance of the inner bevel from the outer one, in pixels. Not bounded:
   // a width whose twips overflow 16 bits is error 6 when the panel draws.
   int16_t BorderWidth() const { return border_width_; }
-  void SetBorderWidth(int16_t pixels);
 
   void UserControl_Initialize() override;
-  void UserControl_ReadProperties(PropertyBag& bag) override;
-  void UserControl_WriteProperties(PropertyBag& bag) override;
   void UserControl_Resize() override { Draw(); }
   void UserControl_Show() override { Draw(); }
   void UserControl_Paint() override { Draw(); }
@@ -55,12 +47,14 @@ class KestuPanel3D : public UserControl {
   OLE_COLOR TopLeftColor(int16_t style) const;
   OLE_COLOR BottomRightColor(int16_t style) const;
 
-  OLE_COLOR back_color_ = syscolor::kButtonFace;
-  OLE_COLOR light_3d_color_ = syscolor::k3DHighlight;
-  OLE_COLOR shadow_3d_color_ = syscolor::kButtonShadow;
-  int16_t border_out_ = 1;
-  int16_t border_in_ = 2;
-  int16_t border_width_ = 5;
+  // Values for a new panel, and for a key a saved one lacks, are in its
+  // metadata.
+  OLE_COLOR back_color_ = 0;
+  OLE_COLOR light_3d_color_ = 0;
+  OLE_COLOR shadow_3d_color_ = 0;
+  int16_t border_out_ = 0;
+  int16_t border_in_ = 0;
+  int16_t border_width_ = 0;
   Int16 pixel_width_ = 15;
   Int16 pixel_height_ = 15;
 };

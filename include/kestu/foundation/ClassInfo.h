@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -16,10 +17,28 @@
 
 #include "kestu/foundation/Event.h"
 #include "kestu/foundation/OleColor.h"
+#include "kestu/foundation/Text.h"
 #include "kestu/foundation/UserControl.h"
 #include "kestu/foundation/Variant.h"
 
 namespace kestu {
+
+// How a property is kept in the property bag. UserControl's own
+// InitProperties, ReadProperties and WriteProperties work from these.
+struct PersistInfo {
+  std::string key;    // the bag key: the property's name unless declared otherwise
+  int save_rank = 0;  // keys are written by rising rank (ties keep the interface order)
+  int read_rank = 0;  // and read by rising rank
+  // The value saved; a missing key reads as it unless `read_default` is set.
+  std::function<Variant(UserControl&)> value;
+  // Stores a value read, already of the field's type, and nothing else:
+  // loading notifies no one. Empty: the key is written, never read.
+  std::function<void(UserControl&, const Variant&)> store;
+  std::optional<Variant> read_default;
+  std::optional<Variant> initial;  // what a new control starts with
+  // Refuses a value read (by throwing) before anything is stored.
+  std::function<void(const Variant&)> check;
+};
 
 struct PropertyInfo {
   std::string name;
@@ -28,7 +47,7 @@ struct PropertyInfo {
   std::string help;                          // English, then the Portuguese in brackets
   std::function<Variant(UserControl&)> get;  // empty: write-only
   std::function<void(UserControl&, const Variant&)> set;  // empty: read-only
-  bool persisted = true;
+  std::optional<PersistInfo> persist;                     // empty: not saved
 
   bool CanRead() const { return static_cast<bool>(get); }
   bool CanWrite() const { return static_cast<bool>(set); }
@@ -62,6 +81,8 @@ struct ClassInfo {
   std::vector<const EventInfo*> events;
   std::vector<EnumInfo> enums;
   std::string default_event;
+  // Redraws a control after a property that asks for it changes.
+  std::function<void(UserControl&)> redraw;
 
   // Look-ups ignore case, as the host's late binding does.
   const PropertyInfo* FindProperty(std::string_view wanted) const;
@@ -143,6 +164,13 @@ struct VariantTraits<std::string> {
   static Variant To(const std::string& v) { return Variant(v); }
   static std::string From(const Variant& v) { return v.ToString(); }
 };
+// Text held as characters travels as the host's string.
+template <>
+struct VariantTraits<std::u32string> {
+  static constexpr VarType kType = VarType::String;
+  static Variant To(const std::u32string& v) { return Variant(EncodeUtf8(v)); }
+  static std::u32string From(const Variant& v) { return DecodeUtf8(v.ToString()); }
+};
 template <>
 struct VariantTraits<Variant> {
   static constexpr VarType kType = VarType::Empty;  // any
@@ -162,12 +190,102 @@ struct VariantTraits<PictureRef> {
   static PictureRef From(const Variant& v) { return v.ToPicture(); }
 };
 
+// What a generated setter does after it stores the new value.
+enum class OnSet {
+  Notify,            // PropertyChanged(name)
+  NotifyThenRedraw,  // PropertyChanged(name), then the class's redraw
+  RedrawThenNotify,  // the class's redraw, then PropertyChanged(name)
+};
+
+// A property of class C being declared. It converts to the PropertyInfo it
+// builds; the members below add how it is kept in the property bag.
+// `FieldType` is the C++ type of the member that holds it, once known.
+template <typename C, typename T>
+struct FieldOf {
+  using Pointer = T C::*;
+  using Value = T;
+};
+template <typename C>
+struct FieldOf<C, void> {
+  struct None {};
+  using Pointer = std::nullptr_t;
+  using Value = None;
+};
+
+template <typename C, typename FieldType = void>
+class PropertyDecl {
+  using FieldPointer = typename FieldOf<C, FieldType>::Pointer;
+  using Value = typename FieldOf<C, FieldType>::Value;
+
+ public:
+  explicit PropertyDecl(PropertyInfo info, FieldPointer field = {})
+      : info_(std::move(info)), field_(field) {}
+  operator PropertyInfo() && { return std::move(info_); }  // NOLINT: a declaration is its info
+
+  // Keeps `field` in the bag under the property's name, loaded without
+  // the setter's side effects.
+  template <typename T>
+  PropertyDecl<C, T> Saved(T C::*field, int save_rank = 0) && {
+    PropertyDecl<C, T> decl(std::move(info_), field);
+    return std::move(decl).Saved(save_rank);
+  }
+  // A field property keeps its own field.
+  PropertyDecl&& Saved(int save_rank = 0) && requires(!std::is_void_v<FieldType>) {
+    PersistInfo& p = info_.persist.emplace();
+    p.key = info_.name;
+    p.save_rank = p.read_rank = save_rank;
+    p.value = [field = field_](UserControl& c) {
+      return VariantTraits<FieldType>::To(static_cast<C&>(c).*field);
+    };
+    p.store = [field = field_](UserControl& c, const Variant& v) {
+      static_cast<C&>(c).*field = VariantTraits<FieldType>::From(v);
+    };
+    return std::move(*this);
+  }
+  // Written (from the getter) but never read back.
+  PropertyDecl&& WrittenOnly(int save_rank) && {
+    PersistInfo& p = info_.persist.emplace();
+    p.key = info_.name;
+    p.save_rank = p.read_rank = save_rank;
+    p.value = info_.get;
+    return std::move(*this);
+  }
+  PropertyDecl&& Key(std::string key) && {
+    info_.persist->key = std::move(key);
+    return std::move(*this);
+  }
+  PropertyDecl&& ReadAt(int read_rank) && {
+    info_.persist->read_rank = read_rank;
+    return std::move(*this);
+  }
+  // A new control starts with `value`, and a missing key reads as it.
+  PropertyDecl&& Defaults(Value value) && {
+    return std::move(*this).StartsAs(value).ReadsAs(value);
+  }
+  PropertyDecl&& StartsAs(Value value) && {
+    info_.persist->initial = VariantTraits<FieldType>::To(value);
+    return std::move(*this);
+  }
+  PropertyDecl&& ReadsAs(Value value) && {
+    info_.persist->read_default = VariantTraits<FieldType>::To(value);
+    return std::move(*this);
+  }
+  PropertyDecl&& Checked(std::function<void(const Variant&)> check) && {
+    info_.persist->check = std::move(check);
+    return std::move(*this);
+  }
+
+ private:
+  PropertyInfo info_;
+  [[no_unique_address]] FieldPointer field_;
+};
+
 // A read/write property from a getter and a setter of class C:
-//   Property<KestuPanel3D>("BorderWidth", "Integer", &KestuPanel3D::BorderWidth,
-//                          &KestuPanel3D::SetBorderWidth, "help")
+//   Property<KestuNumberEdit>("Text", "Variant", &KestuNumberEdit::Text,
+//                             &KestuNumberEdit::SetText, "help")
 template <typename C, typename G, typename S>
-PropertyInfo Property(std::string name, std::string type_name, G getter, S setter,
-                      std::string help) {
+PropertyDecl<C> Property(std::string name, std::string type_name, G getter, S setter,
+                         std::string help) {
   using T = std::remove_cvref_t<std::invoke_result_t<G, C&>>;
   PropertyInfo info;
   info.name = std::move(name);
@@ -184,8 +302,46 @@ PropertyInfo Property(std::string name, std::string type_name, G getter, S sette
       std::invoke(setter, static_cast<C&>(c), VariantTraits<T>::From(v));
     };
   }
-  return info;
+  return PropertyDecl<C>(std::move(info));
 }
+
+// A property that is a member of class C, with a generated getter and
+// setter. The setter stores, then notifies and redraws as `on_set` says.
+// `Exposed` is the type the host sees when it differs from the member's:
+// an enumeration is a Long held in 16 bits, and a value past them is
+// error 6 with nothing stored.
+//   Field<KestuPanel3D>("BorderWidth", "Integer", &KestuPanel3D::border_width_,
+//                       "help", OnSet::NotifyThenRedraw).Saved().Defaults(5)
+template <typename C, typename Exposed = void, typename T>
+PropertyDecl<C, T> Field(std::string name, std::string type_name, T C::*field, std::string help,
+                         OnSet on_set) {
+  using E = std::conditional_t<std::is_void_v<Exposed>, T, Exposed>;
+  PropertyInfo info;
+  info.name = std::move(name);
+  info.type_name = std::move(type_name);
+  info.type = VariantTraits<E>::kType;
+  info.help = std::move(help);
+  info.get = [field](UserControl& c) {
+    return VariantTraits<E>::To(static_cast<E>(static_cast<C&>(c).*field));
+  };
+  info.set = [field, on_set, name = info.name](UserControl& c, const Variant& v) {
+    // Through the exposed type first, so a value is refused as the host's
+    // typed setter would refuse it.
+    const E exposed = VariantTraits<E>::From(v);
+    static_cast<C&>(c).*field = VariantTraits<T>::From(VariantTraits<E>::To(exposed));
+    if (on_set == OnSet::RedrawThenNotify) c.Class().redraw(c);
+    c.Site()->PropertyChanged(name);
+    if (on_set == OnSet::NotifyThenRedraw) c.Class().redraw(c);
+  };
+  return PropertyDecl<C, T>(std::move(info), field);
+}
+
+// The declared properties of `control`'s class at work: every key read
+// before any is stored (a bad value changes nothing), every key written in
+// its order, and a new control's starting values.
+void ReadDeclaredProperties(UserControl& control, PropertyBag& bag);
+void WriteDeclaredProperties(UserControl& control, PropertyBag& bag);
+void InitDeclaredProperties(UserControl& control);
 
 // A method without arguments or result.
 template <typename C>

@@ -50,6 +50,12 @@ class UserControl {
   // The class's metadata: properties, methods and events by name.
   virtual const ClassInfo& Class() const = 0;
 
+  // Late binding through the class's metadata, as scripts, form files and
+  // programs reach a property by name: error 438 for a name the class
+  // lacks, 383 for a read-only one, 394 for a write-only one.
+  void SetProperty(std::string_view name, const Variant& value);
+  Variant GetProperty(std::string_view name);
+
   // ---- Called by the host ----
   // Links the control to its container before UserControl_Initialize.
   void AttachSite(ControlSite* site);
@@ -58,10 +64,12 @@ class UserControl {
   // Lifecycle procedures, in the host's order: Initialize, then
   // InitProperties (new) or ReadProperties (loaded), Resize, Show; Paint
   // whenever needed; WriteProperties on save; Terminate last.
+  // The last three work from the properties the class declares saved (see
+  // PropertyDecl): a control overrides them only for what comes after.
   virtual void UserControl_Initialize() {}
-  virtual void UserControl_InitProperties() {}
-  virtual void UserControl_ReadProperties(PropertyBag& /*bag*/) {}
-  virtual void UserControl_WriteProperties(PropertyBag& /*bag*/) {}
+  virtual void UserControl_InitProperties();
+  virtual void UserControl_ReadProperties(PropertyBag& bag);
+  virtual void UserControl_WriteProperties(PropertyBag& bag);
   virtual void UserControl_Resize() {}
   virtual void UserControl_Show() {}
   virtual void UserControl_Paint() {}

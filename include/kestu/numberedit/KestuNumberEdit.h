@@ -45,26 +45,21 @@ class KestuNumberEdit : public UserControl {
   Event<int16_t&, int16_t&, float&, float&> MouseUp;
 
   // ---- Properties, in the order of the interface ----
+  // Those without a setter here are set through the metadata: assigning
+  // them redraws the box and then notifies, except Selection3D, AutoSelect
+  // and Locked, which only notify.
   // A sunken 3D frame around the face.
   bool Border3D() const { return border_3d_; }
-  void SetBorder3D(bool on);
   // A shadow 5 pixels right of and below the face.
   bool Shadow() const { return shadow_; }
-  void SetShadow(bool on);
   OLE_COLOR ShadowColor() const { return shadow_color_; }
-  void SetShadowColor(OLE_COLOR color);
   // The face colour; hides the surface's own BackColor.
   OLE_COLOR BackColor() const { return back_color_; }
-  void SetBackColor(OLE_COLOR color);
   // The colour of a positive number; hides the surface's own ForeColor.
   OLE_COLOR ForeColor() const { return fore_color_; }
-  void SetForeColor(OLE_COLOR color);
   OLE_COLOR NegativeColor() const { return negative_color_; }
-  void SetNegativeColor(OLE_COLOR color);
   OLE_COLOR LockedColor() const { return locked_color_; }
-  void SetLockedColor(OLE_COLOR color);
   OLE_COLOR DisabledColor() const { return disabled_color_; }
-  void SetDisabledColor(OLE_COLOR color);
   // The stored text: the format's decimal separator, no thousands
   // separators. Set with "." as the point whatever the format.
   Variant Text() const;
@@ -85,22 +80,17 @@ class KestuNumberEdit : public UserControl {
   void SetEnabled(bool on);
   // A selected number is drawn as a raised plate instead of highlighted.
   bool Selection3D() const { return selection_3d_; }
-  void SetSelection3D(bool on);
   // Select the whole number when the box gets the focus.
   bool AutoSelect() const { return auto_select_; }
-  void SetAutoSelect(bool on);
   // The "-" and "+" keys may change the sign.
   bool AllowNegative() const { return allow_negative_; }
-  void SetAllowNegative(bool on);
   // Draw thousands separators.
   bool ThSeparator() const { return th_separator_; }
-  void SetThSeparator(bool on);
   // `eNumberFormat`; another value keeps the separators as they were.
   int16_t NumberFormat() const { return number_format_; }
   void SetNumberFormat(int16_t format);
   // Keys still reach the container but change nothing.
   bool Locked() const { return locked_; }
-  void SetLocked(bool on);
   int32_t hwnd() const { return hWnd(); }
   // The bindable data value: the number as a variant.
   Variant dcDataValue() const;
@@ -116,7 +106,6 @@ class KestuNumberEdit : public UserControl {
   void UserControl_Initialize() override;
   void UserControl_InitProperties() override;
   void UserControl_ReadProperties(PropertyBag& bag) override;
-  void UserControl_WriteProperties(PropertyBag& bag) override;
   void UserControl_Show() override;
   void UserControl_Paint() override { UserControl_Show(); }
   void UserControl_Resize() override { UserControl_Show(); }
