@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <limits>
 
 #include "host/Units.h"
 #include "kestu/foundation/Integer.h"
@@ -50,40 +51,51 @@ void Form::MoveOnScreen(int left, int top) {
   screen_top_ = top;
 }
 
+std::span<const OwnProperty<Form>> Form::Properties() {
+  using P = OwnProperty<Form>;
+  using File = FileValue::Kind;
+  constexpr int64_t kTwips = std::numeric_limits<int32_t>::max();
+  static const std::array<P, 6> kTable = {{
+      {"Caption",
+       [](const Form& f) { return Variant(f.caption_); },
+       [](Form& f, const Variant& v) { f.caption_ = v.ToString(); },
+       {File::String}},
+      {"Width",
+       [](const Form& f) { return Variant(static_cast<float>(f.width_twips_)); },
+       [](Form& f, const Variant& v) { f.Resize(CLng(v.ToDouble()), f.height_twips_); },
+       {File::Integer, 0, kTwips}},
+      {"Height",
+       [](const Form& f) { return Variant(static_cast<float>(f.height_twips_)); },
+       [](Form& f, const Variant& v) { f.Resize(f.width_twips_, CLng(v.ToDouble())); },
+       {File::Integer, 0, kTwips}},
+      {"BackColor",
+       [](const Form& f) { return Variant(static_cast<int32_t>(f.back_color_)); },
+       [](Form& f, const Variant& v) { f.back_color_ = static_cast<OLE_COLOR>(v.ToLong()); },
+       {File::Integer, std::numeric_limits<int32_t>::min(), std::numeric_limits<int32_t>::max()}},
+      {"Font",
+       [](const Form& f) { return Variant(f.font_); },
+       [](Form& f, const Variant& v) {
+         FontRef font = v.ToFont();
+         if (!font) throw RuntimeError(err::kInvalidPropertyValue, "Font");
+         f.font_ = std::move(font);
+       },
+       {File::Font}},
+      {"Modified", [](const Form& f) { return Variant::Boolean(f.modified_); }, nullptr, {}},
+  }};
+  return kTable;
+}
+
 std::optional<std::string_view> Form::PropertyName(std::string_view name) {
-  static constexpr std::array<std::string_view, 6> kNames = {"Caption",   "Width", "Height",
-                                                             "BackColor", "Font",  "Modified"};
-  return KnownName(kNames, name);
+  const auto* property = FindOwnProperty(Properties(), name);
+  return property ? std::optional(property->name) : std::nullopt;
 }
 
 Variant Form::GetProperty(std::string_view name) const {
-  if (SameName(name, "Caption")) return Variant(caption_);
-  if (SameName(name, "Width")) return Variant(static_cast<float>(width_twips_));
-  if (SameName(name, "Height")) return Variant(static_cast<float>(height_twips_));
-  if (SameName(name, "BackColor")) return Variant(static_cast<int32_t>(back_color_));
-  if (SameName(name, "Font")) return Variant(font_);
-  if (SameName(name, "Modified")) return Variant::Boolean(modified_);
-  throw RuntimeError(err::kNotSupported, std::string(name));
+  return OwnPropertyOrRaise(Properties(), name).get(*this);
 }
 
 void Form::SetProperty(std::string_view name, const Variant& value) {
-  if (SameName(name, "Caption")) {
-    caption_ = value.ToString();
-  } else if (SameName(name, "Width")) {
-    Resize(CLng(value.ToDouble()), height_twips_);
-  } else if (SameName(name, "Height")) {
-    Resize(width_twips_, CLng(value.ToDouble()));
-  } else if (SameName(name, "BackColor")) {
-    back_color_ = static_cast<OLE_COLOR>(value.ToLong());
-  } else if (SameName(name, "Font")) {
-    FontRef font = value.ToFont();
-    if (!font) throw RuntimeError(err::kInvalidPropertyValue, "Font");
-    font_ = std::move(font);
-  } else if (SameName(name, "Modified")) {
-    throw RuntimeError(err::kPropertyReadOnly, "Modified");
-  } else {
-    throw RuntimeError(err::kNotSupported, std::string(name));
-  }
+  SetOwnProperty(Properties(), *this, name, value);
 }
 
 HostedControl* Form::FindControl(std::string_view name) const {

@@ -19,28 +19,46 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
+// The values of the host's own properties a file gives, by name.
+using OwnValues = std::vector<std::pair<std::string_view, Variant>>;
+
+std::optional<Variant> Given(const OwnValues& values, std::string_view name) {
+  for (const auto& [key, value] : values) {
+    if (key == name) return value;
+  }
+  return std::nullopt;
+}
+
+int GivenTwips(const OwnValues& values, std::string_view name, int fallback) {
+  const auto value = Given(values, name);
+  return value ? value->ToLong() : fallback;
+}
+
 // A control as the file describes it, checked but not yet created.
 struct ControlEntry {
   const ClassInfo* info = nullptr;
   std::string name;
-  TwipsRect rect;
-  bool visible = true;
-  std::string tool_tip_text;
-  int16_t align = 0;
-  std::optional<int> tab_index;  // none: where the file lists it
+  OwnValues extender;
   PropertyBag bag;
   std::vector<ControlEntry> children;  // what a container holds, back to front
 };
 
 struct FormEntry {
   std::string name;
-  std::string caption;
-  int width = Host::kDefaultFormWidth;
-  int height = Host::kDefaultFormHeight;
-  OLE_COLOR back_color = syscolor::kButtonFace;
-  FontRef font;
+  OwnValues properties;
   std::vector<ControlEntry> controls;
 };
+
+// The keys a file may give an object: its own, and those the table keeps.
+template <typename Owner>
+std::vector<std::string_view> KeysOf(std::span<const OwnProperty<Owner>> table,
+                                     std::initializer_list<std::string_view> own) {
+  std::vector<std::string_view> keys(own);
+  for (const auto& property : table) {
+    if (property.file.kind != FileValue::Kind::None) keys.push_back(property.name);
+  }
+  return keys;
+}
 
 // Reads one JSON object, naming the file and where in it every error is.
 class Reader {
@@ -53,7 +71,7 @@ class Reader {
     throw RuntimeError(err::kInvalidPropertyValue, where_ + ": " + what);
   }
 
-  void OnlyKeys(std::initializer_list<std::string_view> known) const {
+  void OnlyKeys(const std::vector<std::string_view>& known) const {
     for (const auto& [key, value] : object_.items()) {
       bool found = false;
       for (std::string_view k : known) found = found || k == key;
@@ -102,6 +120,41 @@ class Reader {
     return value->get<bool>();
   }
 
+  // The value of `key` as `file` says the file holds it; nothing when
+  // the key is absent.
+  std::optional<Variant> Value(std::string_view name, const FileValue& file) const {
+    const std::string key(name);
+    if (!Find(key.c_str())) return std::nullopt;
+    switch (file.kind) {
+      case FileValue::Kind::Integer:
+        return Variant(static_cast<int32_t>(Integer(key.c_str(), 0, file.min, file.max)));
+      case FileValue::Kind::Boolean:
+        return Variant::Boolean(Boolean(key.c_str(), false));
+      case FileValue::Kind::String:
+        return Variant(String(key.c_str(), ""));
+      case FileValue::Kind::Font: {
+        Variant font = VariantFromJson(*Find(key.c_str()), where_ + ": key \"" + key + "\"");
+        if (font.Type() != VarType::Font) KeyFail(key.c_str(), "expected a font");
+        return font;
+      }
+      case FileValue::Kind::None:
+        break;
+    }
+    return std::nullopt;
+  }
+
+  // Every key of `table` the file gives.
+  template <typename Owner>
+  OwnValues Values(std::span<const OwnProperty<Owner>> table) const {
+    OwnValues values;
+    for (const auto& property : table) {
+      if (auto value = Value(property.name, property.file)) {
+        values.emplace_back(property.name, std::move(*value));
+      }
+    }
+    return values;
+  }
+
   const std::string& Where() const { return where_; }
 
   [[noreturn]] void KeyFail(const char* key, const std::string& what) const {
@@ -121,8 +174,6 @@ class Reader {
   std::string where_;
 };
 
-constexpr int64_t kMaxTwips = std::numeric_limits<int32_t>::max();
-
 std::vector<ControlEntry> ReadControls(const Json& list, const std::string& source,
                                        std::vector<std::string>& names);
 
@@ -139,24 +190,13 @@ ControlEntry ReadControl(const Json& json, const std::string& source, size_t ind
     }
   }
   names.push_back(entry.name);
-  named.OnlyKeys({"Type", "Name", "Left", "Top", "Width", "Height", "Visible", "ToolTipText",
-                  "Align", "TabIndex", "Properties", "Controls"});
+  named.OnlyKeys(
+      KeysOf(HostedControl::ExtenderProperties(), {"Type", "Name", "Properties", "Controls"}));
   const std::string type = named.String("Type", "");
   if (!named.Find("Type")) named.Fail("missing key \"Type\"");
   entry.info = ControlRegistry::Instance().Find(type);
   if (!entry.info) named.KeyFail("Type", "unknown control type \"" + type + "\"");
-  entry.rect.left = static_cast<int>(named.Integer("Left", 0, -kMaxTwips, kMaxTwips));
-  entry.rect.top = static_cast<int>(named.Integer("Top", 0, -kMaxTwips, kMaxTwips));
-  entry.rect.width =
-      static_cast<int>(named.Integer("Width", entry.info->default_width, 0, kMaxTwips));
-  entry.rect.height =
-      static_cast<int>(named.Integer("Height", entry.info->default_height, 0, kMaxTwips));
-  entry.visible = named.Boolean("Visible", true);
-  entry.tool_tip_text = named.String("ToolTipText", "");
-  entry.align = static_cast<int16_t>(named.Integer("Align", 0, align::kNone, align::kRight));
-  if (named.Find("TabIndex")) {
-    entry.tab_index = static_cast<int>(named.Integer("TabIndex", 0, 0, INT16_MAX));
-  }
+  entry.extender = named.Values(HostedControl::ExtenderProperties());
   if (const Json* bag = named.Find("Properties")) {
     entry.bag = BagFromJson(*bag, named.Where());
   }
@@ -181,20 +221,10 @@ std::vector<ControlEntry> ReadControls(const Json& list, const std::string& sour
 
 FormEntry ReadForm(const Json& json, const std::string& source) {
   const Reader reader(json, source);
-  reader.OnlyKeys({"Name", "Caption", "Width", "Height", "BackColor", "Font", "Controls"});
+  reader.OnlyKeys(KeysOf(Form::Properties(), {"Name", "Controls"}));
   FormEntry form;
   form.name = reader.Name("Name");
-  form.caption = reader.String("Caption", form.name);
-  form.width = static_cast<int>(reader.Integer("Width", form.width, 0, kMaxTwips));
-  form.height = static_cast<int>(reader.Integer("Height", form.height, 0, kMaxTwips));
-  form.back_color = static_cast<OLE_COLOR>(
-      reader.Integer("BackColor", static_cast<int32_t>(form.back_color),
-                     std::numeric_limits<int32_t>::min(), std::numeric_limits<int32_t>::max()));
-  if (const Json* font = reader.Find("Font")) {
-    const Variant value = VariantFromJson(*font, source + ": key \"Font\"");
-    if (value.Type() != VarType::Font) reader.KeyFail("Font", "expected a font");
-    form.font = value.ToFont();
-  }
+  form.properties = reader.Values(Form::Properties());
   std::vector<std::string> names;
   form.controls = ReadControls(reader.Require("Controls"), source, names);
   return form;
@@ -232,18 +262,27 @@ void RestoreControls(Host& host, Form& form, std::vector<ControlEntry>& entries,
     std::vector<std::string> keys;
     for (const auto& [key, value] : control.bag.Entries()) keys.push_back(key);
     try {
-      site = &host.RestoreControl(form, *control.info, control.name, std::move(control.bag),
-                                  control.rect, container);
-      site->SetExtender("Visible", Variant::Boolean(control.visible));
-      site->SetExtender("ToolTipText", Variant(control.tool_tip_text));
-      site->SetExtender("Align", Variant(control.align));
+      // The place comes first, as the control is created; then the rest,
+      // in the extender's order. Tab indices wait for every control.
+      const TwipsRect rect{GivenTwips(control.extender, "Left", 0),
+                           GivenTwips(control.extender, "Top", 0),
+                           GivenTwips(control.extender, "Width", control.info->default_width),
+                           GivenTwips(control.extender, "Height", control.info->default_height)};
+      site = &host.RestoreControl(form, *control.info, control.name, std::move(control.bag), rect,
+                                  container);
+      for (const auto& [name, value] : control.extender) {
+        if (name == "TabIndex") {
+          tab_order.emplace_back(value.ToLong(), site);
+        } else if (name != "Left" && name != "Top" && name != "Width" && name != "Height") {
+          site->SetExtender(name, value);
+        }
+      }
     } catch (const RuntimeError& error) {
       throw RuntimeError(error.Number(),
                          source + ": control '" + control.name +
                              "': " + (error.Detail().empty() ? error.Message() : error.Detail()));
     }
     WarnOfUnknownKeys(host, *site, keys, source);
-    if (control.tab_index) tab_order.emplace_back(*control.tab_index, site);
     RestoreControls(host, form, control.children, site, source, tab_order);
   }
 }
@@ -251,10 +290,12 @@ void RestoreControls(Host& host, Form& form, std::vector<ControlEntry>& entries,
 // Each control initialised and restored from its bag on a form nobody sees
 // yet. A failing control fails the whole file.
 std::unique_ptr<Form> BuildOffForm(Host& host, FormEntry& entry, const std::string& source) {
-  std::unique_ptr<Form> form = host.NewDetachedForm(entry.name, entry.width, entry.height);
-  form->SetCaption(entry.caption);
-  form->SetBackColor(entry.back_color);
-  if (entry.font) form->SetFont(entry.font);
+  std::unique_ptr<Form> form = host.NewDetachedForm(
+      entry.name, GivenTwips(entry.properties, "Width", Host::kDefaultFormWidth),
+      GivenTwips(entry.properties, "Height", Host::kDefaultFormHeight));
+  for (const auto& [name, value] : entry.properties) {
+    if (name != "Width" && name != "Height") form->SetProperty(name, value);
+  }
   try {
     std::vector<std::pair<int, HostedControl*>> tab_order;
     RestoreControls(host, *form, entry.controls, nullptr, source, tab_order);
@@ -269,22 +310,31 @@ std::unique_ptr<Form> BuildOffForm(Host& host, FormEntry& entry, const std::stri
   return form;
 }
 
+// A value as a form file holds it.
+Json FileJson(const Variant& value, const FileValue& file) {
+  switch (file.kind) {
+    case FileValue::Kind::Integer:
+      return value.ToLong();
+    case FileValue::Kind::Boolean:
+      return value.ToBool();
+    case FileValue::Kind::String:
+      return value.ToString();
+    default:
+      return VariantToJson(value);
+  }
+}
+
 // The controls `container` holds (null: the form's own), back to front.
 Json ControlsToJson(Host& host, Form& form, const HostedControl* container) {
   Json controls = Json::array();
   for (HostedControl* control : form.ChildrenOf(container)) {
-    const TwipsRect bounds = control->Bounds();
     Json entry;
     entry["Type"] = control->Class().name;
     entry["Name"] = control->Name();
-    entry["Left"] = bounds.left;
-    entry["Top"] = bounds.top;
-    entry["Width"] = bounds.width;
-    entry["Height"] = bounds.height;
-    entry["Visible"] = control->Visible();
-    entry["ToolTipText"] = control->ToolTipText();
-    entry["Align"] = control->Align();
-    entry["TabIndex"] = form.TabIndexOf(*control);
+    for (const auto& property : HostedControl::ExtenderProperties()) {
+      if (property.file.kind == FileValue::Kind::None) continue;
+      entry[std::string(property.name)] = FileJson(property.get(*control), property.file);
+    }
     entry["Properties"] = BagToJson(host.SaveControl(*control));
     Json children = ControlsToJson(host, form, control);
     if (!children.empty()) entry["Controls"] = std::move(children);
@@ -296,11 +346,10 @@ Json ControlsToJson(Host& host, Form& form, const HostedControl* container) {
 Json FormToJson(Host& host, Form& form) {
   Json json;
   json["Name"] = form.Name();
-  json["Caption"] = form.Caption();
-  json["Width"] = form.WidthTwips();
-  json["Height"] = form.HeightTwips();
-  json["BackColor"] = static_cast<int32_t>(form.BackColor());
-  json["Font"] = VariantToJson(Variant(form.Font()));
+  for (const auto& property : Form::Properties()) {
+    if (property.file.kind == FileValue::Kind::None) continue;
+    json[std::string(property.name)] = FileJson(property.get(form), property.file);
+  }
   json["Controls"] = ControlsToJson(host, form, nullptr);
   return json;
 }

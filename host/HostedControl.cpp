@@ -2,6 +2,7 @@
 #include "kestu/foundation/Text.h"
 
 #include <array>
+#include <limits>
 
 #include "host/Units.h"
 #include "kestu/foundation/Integer.h"
@@ -20,10 +21,58 @@ int TwipsFrom(const Variant& value) {
 
 }  // namespace
 
+std::span<const OwnProperty<HostedControl>> HostedControl::ExtenderProperties() {
+  using P = OwnProperty<HostedControl>;
+  using File = FileValue::Kind;
+  constexpr int64_t kTwips = std::numeric_limits<int32_t>::max();
+  // A docked control is placed again when it moves: its edge wins.
+  static const std::array<P, 9> kTable = {{
+      {"Name", [](const HostedControl& c) { return Variant(c.name_); }, nullptr, {}},
+      {"Left",
+       [](const HostedControl& c) { return Variant(static_cast<float>(c.left_)); },
+       [](HostedControl& c, const Variant& v) {
+         c.Move(TwipsFrom(v), c.top_);
+         if (c.align_ != align::kNone) c.form_->DockControls();
+       },
+       {File::Integer, -kTwips, kTwips}},
+      {"Top",
+       [](const HostedControl& c) { return Variant(static_cast<float>(c.top_)); },
+       [](HostedControl& c, const Variant& v) {
+         c.Move(c.left_, TwipsFrom(v));
+         if (c.align_ != align::kNone) c.form_->DockControls();
+       },
+       {File::Integer, -kTwips, kTwips}},
+      {"Width",
+       [](const HostedControl& c) { return Variant(static_cast<float>(c.width_)); },
+       [](HostedControl& c, const Variant& v) { c.RequestSize(TwipsFrom(v), c.height_); },
+       {File::Integer, 0, kTwips}},
+      {"Height",
+       [](const HostedControl& c) { return Variant(static_cast<float>(c.height_)); },
+       [](HostedControl& c, const Variant& v) { c.RequestSize(c.width_, TwipsFrom(v)); },
+       {File::Integer, 0, kTwips}},
+      {"Visible",
+       [](const HostedControl& c) { return Variant::Boolean(c.visible_); },
+       [](HostedControl& c, const Variant& v) { c.visible_ = v.ToBool(); },
+       {File::Boolean}},
+      {"ToolTipText",
+       [](const HostedControl& c) { return Variant(c.tool_tip_text_); },
+       [](HostedControl& c, const Variant& v) { c.tool_tip_text_ = v.ToString(); },
+       {File::String}},
+      {"Align",
+       [](const HostedControl& c) { return Variant(c.align_); },
+       [](HostedControl& c, const Variant& v) { c.SetAlign(v.ToInteger()); },
+       {File::Integer, align::kNone, align::kRight}},
+      {"TabIndex",
+       [](const HostedControl& c) { return Variant(static_cast<int16_t>(c.form_->TabIndexOf(c))); },
+       [](HostedControl& c, const Variant& v) { c.form_->SetTabIndex(c, v.ToInteger()); },
+       {File::Integer, 0, INT16_MAX}},
+  }};
+  return kTable;
+}
+
 std::optional<std::string_view> HostedControl::ExtenderName(std::string_view name) {
-  static constexpr std::array<std::string_view, 9> kNames = {
-      "Name", "Left", "Top", "Width", "Height", "Visible", "TabIndex", "ToolTipText", "Align"};
-  return KnownName(kNames, name);
+  const auto* property = FindOwnProperty(ExtenderProperties(), name);
+  return property ? std::optional(property->name) : std::nullopt;
 }
 
 std::optional<std::string_view> HostedControl::AmbientName(std::string_view name) {
@@ -118,42 +167,11 @@ FontRef HostedControl::AmbientFont() const {
 }
 
 Variant HostedControl::GetExtender(std::string_view name) const {
-  if (SameName(name, "Name")) return Variant(name_);
-  if (SameName(name, "Left")) return Variant(static_cast<float>(left_));
-  if (SameName(name, "Top")) return Variant(static_cast<float>(top_));
-  if (SameName(name, "Width")) return Variant(static_cast<float>(width_));
-  if (SameName(name, "Height")) return Variant(static_cast<float>(height_));
-  if (SameName(name, "Visible")) return Variant::Boolean(visible_);
-  if (SameName(name, "TabIndex")) return Variant(static_cast<int16_t>(form_->TabIndexOf(*this)));
-  if (SameName(name, "ToolTipText")) return Variant(tool_tip_text_);
-  if (SameName(name, "Align")) return Variant(align_);
-  throw RuntimeError(err::kNotSupported, std::string(name));
+  return OwnPropertyOrRaise(ExtenderProperties(), name).get(*this);
 }
 
 void HostedControl::SetExtender(std::string_view name, const Variant& value) {
-  if (SameName(name, "Name")) {
-    throw RuntimeError(err::kPropertyReadOnly, "Name");
-  } else if (SameName(name, "Left")) {
-    Move(TwipsFrom(value), top_);
-    if (align_ != align::kNone) form_->DockControls();
-  } else if (SameName(name, "Top")) {
-    Move(left_, TwipsFrom(value));
-    if (align_ != align::kNone) form_->DockControls();
-  } else if (SameName(name, "Width")) {
-    RequestSize(TwipsFrom(value), height_);
-  } else if (SameName(name, "Height")) {
-    RequestSize(width_, TwipsFrom(value));
-  } else if (SameName(name, "Visible")) {
-    visible_ = value.ToBool();
-  } else if (SameName(name, "TabIndex")) {
-    form_->SetTabIndex(*this, value.ToInteger());
-  } else if (SameName(name, "ToolTipText")) {
-    tool_tip_text_ = value.ToString();
-  } else if (SameName(name, "Align")) {
-    SetAlign(value.ToInteger());
-  } else {
-    throw RuntimeError(err::kNotSupported, std::string(name));
-  }
+  SetOwnProperty(ExtenderProperties(), *this, name, value);
 }
 
 void HostedControl::SetAlign(int16_t value) {

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,6 +16,7 @@
 #include "kestu/foundation/StdFont.h"
 #include "kestu/foundation/Surface.h"
 #include "kestu/foundation/Variant.h"
+#include "kestu/host/OwnProperty.h"
 
 namespace kestu {
 
@@ -101,11 +103,12 @@ class Form {
   bool Modified() const { return modified_; }
   void SetModified(bool modified) { modified_ = modified; }
 
-  // The form's properties by name, for late-bound callers: "Caption",
-  // "Width", "Height" (twips), "BackColor", "Font" and the read-only
-  // "Modified". PropertyName gives the name as the form spells it, or
+  // The form's properties by name, for late-bound callers and form files:
+  // Caption, Width and Height (twips), BackColor, Font and the read-only
+  // Modified. PropertyName gives the name as the form spells it, or
   // nothing for a name it does not have (GetProperty and SetProperty raise
-  // 438 for those, and 383 for assigning Modified).
+  // 438 for those, and 383 for assigning a read-only one).
+  static std::span<const OwnProperty<Form>> Properties();
   static std::optional<std::string_view> PropertyName(std::string_view name);
   Variant GetProperty(std::string_view name) const;
   void SetProperty(std::string_view name, const Variant& value);

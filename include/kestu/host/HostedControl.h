@@ -15,6 +15,7 @@
 #include "kestu/foundation/ClassInfo.h"
 #include "kestu/foundation/ControlSite.h"
 #include "kestu/foundation/UserControl.h"
+#include "kestu/host/OwnProperty.h"
 #include "kestu/raster/Raster.h"
 
 namespace kestu {
@@ -63,9 +64,10 @@ class HostedControl final : public ControlSite {
   const Raster& GetRaster() const { return raster_; }
 
   // ---- Extender values ----
-  // An extender property's name as the host spells it ("Name", "Left",
-  // "Top", "Width", "Height", "Visible", "TabIndex", "ToolTipText",
-  // "Align"), or nothing when the extender has no such property.
+  // The extender's properties, in the order a form file writes them.
+  static std::span<const OwnProperty<HostedControl>> ExtenderProperties();
+  // An extender property's name as the host spells it, or nothing when the
+  // extender has no such property.
   static std::optional<std::string_view> ExtenderName(std::string_view name);
   // The place is relative to the container the control sits in, if any.
   TwipsRect Bounds() const { return {left_, top_, width_, height_}; }
