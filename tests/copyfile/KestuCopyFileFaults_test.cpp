@@ -103,12 +103,6 @@ class KestuCopyFileFaults : public ::testing::Test {
   const std::string data_ = PatternBytes(25'000);
 };
 
-TEST_F(KestuCopyFileFaults, MissingTargetFolderIsPathNotFound) {
-  CopyFileHarness host;
-  EXPECT_EQ(host.Copy(dir_ / "src", dir_ / "nowhere/dst"), (Events{"Error(76)"}));
-  ExpectSourceUntouched();
-}
-
 TEST_F(KestuCopyFileFaults, ReadOnlyTargetFolderIsPermissionDenied) {
   fs::create_directory(dir_ / "locked");
   OpenUp(dir_ / "locked", fs::perms::owner_read | fs::perms::owner_exec | fs::perms::group_read |
