@@ -84,18 +84,6 @@ TEST_F(HostFilesTest, NumbersAreCheckedAsTheHostDoes) {
   ExpectRuntimeError(err::kBadFileNameOrNumber, [&] { files_.AtEnd(1); });
 }
 
-TEST_F(HostFilesTest, SystemRefusalsBecomeHostErrors) {
-  fs::create_directory(dir_ / "folder");
-  ExpectRuntimeError(
-      err::kPathNotFound, [&] { files_.OpenBinary(1, dir_ / "no/such"); }, "no/such");
-  ExpectRuntimeError(err::kPathFileAccessError, [&] { files_.OpenBinary(1, dir_ / "folder"); });
-  ExpectRuntimeError(err::kBadFileNameOrNumber,
-                     [&] { files_.OpenBinary(1, dir_ / std::string(300, 'n')); });
-  files_.OpenBinary(2, "/dev/full");
-  ExpectRuntimeError(err::kDiskFull, [&] { files_.Write(2, Bytes("x")); });
-  EXPECT_FALSE(files_.IsOpen(1));
-}
-
 TEST_F(HostFilesTest, CopyBlockMovesFromPositionToPosition) {
   WriteFile(dir_ / "from", "0123456789");
   WriteFile(dir_ / "to", "abcdefghijklmnop");
@@ -108,13 +96,6 @@ TEST_F(HostFilesTest, CopyBlockMovesFromPositionToPosition) {
   EXPECT_TRUE(files_.AtEnd(1));
   files_.Close(2);
   EXPECT_EQ(ReadFile(dir_ / "to"), "23456789ijklmnop");
-
-  // A device the kernel cannot copy into still gives the host's error.
-  files_.OpenBinary(3, "/dev/full");
-  files_.Close(1);
-  files_.OpenBinary(1, dir_ / "from");
-  ExpectRuntimeError(
-      err::kDiskFull, [&] { files_.CopyBlock(1, 3, 5); }, "/dev/full");
 }
 
 TEST_F(HostFilesTest, DirNamesExistingFilesOnly) {

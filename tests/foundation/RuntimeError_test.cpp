@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cerrno>
-
 namespace kestu {
 namespace {
 
@@ -21,16 +19,6 @@ TEST(RuntimeError, CarriesTheHostNumberAndMessage) {
 TEST(RuntimeError, UnknownNumbersGetTheGenericMessage) {
   EXPECT_STREQ(ErrorMessage(9999), "Application-defined or object-defined error");
   EXPECT_STREQ(RuntimeError(9999).what(), "9999 Application-defined or object-defined error");
-}
-
-TEST(RuntimeError, FileErrorsMapToTheHostsNumbers) {
-  EXPECT_EQ(ErrorFromErrno(ENOENT, "a").Number(), err::kFileNotFound);
-  EXPECT_EQ(ErrorFromErrno(ENOENT, "a", /*creating=*/true).Number(), err::kPathNotFound);
-  EXPECT_EQ(ErrorFromErrno(EACCES, "a").Number(), err::kPermissionDenied);
-  EXPECT_EQ(ErrorFromErrno(ENOSPC, "a").Number(), err::kDiskFull);
-  EXPECT_EQ(ErrorFromErrno(ENAMETOOLONG, "a").Number(), err::kBadFileNameOrNumber);
-  EXPECT_EQ(ErrorFromErrno(EISDIR, "a").Number(), err::kPathFileAccessError);
-  EXPECT_EQ(ErrorFromErrno(EACCES, "dir/x").Detail(), "dir/x");
 }
 
 }  // namespace

@@ -185,6 +185,8 @@ TEST(Val, ReadsTheLeadingNumber) {
   EXPECT_FALSE(std::signbit(Val("-0")));
 }
 
+// The everyday forms (1234567.891, 1E+15, 1E-05, -0.5) are in the
+// scripts' traces.
 TEST(FormatDouble, WritesTheHostsShortestForm) {
   struct Case {
     double value;
@@ -194,16 +196,12 @@ TEST(FormatDouble, WritesTheHostsShortestForm) {
            Case{0, "0"},
            {-0.0, "0"},
            {0.29 * 100, "29"},
-           {1234567.891, "1234567.891"},
-           {1e15, "1E+15"},
            {999999999999999.0, "999999999999999"},
            {999999999999999.9, "1E+15"},
            {123456789012345678.0, "1.23456789012346E+17"},
            {0.0001, "0.0001"},
-           {0.00001, "1E-05"},
            {0.000123, "0.000123"},
            {0.0000123, "1.23E-05"},
-           {-0.5, "-0.5"},
            {0.5, "0.5"},
            {1.0 / 3, "0.333333333333333"},
            {2.0 / 3, "0.666666666666667"},

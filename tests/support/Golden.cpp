@@ -18,16 +18,15 @@ namespace {
 constexpr int kChannelTolerance = 8;
 constexpr int kDifferingPixelsPerThousand = 1;
 
-constexpr Rgb kDiffMark = 0x00FF0000;
-
 std::filesystem::path GoldenPath(const std::string& name) {
   return std::filesystem::path(KESTU_TEST_DATA) / "golden" / (name + ".png");
 }
 
-std::filesystem::path OutputPath(const std::string& name, std::string_view kind) {
+// Where a picture that does not match is left for a person to look at.
+std::filesystem::path ActualPath(const std::string& name) {
   const std::filesystem::path dir = std::filesystem::current_path() / "golden-out";
   std::filesystem::create_directories(dir);
-  return dir / (name + "." + std::string(kind) + ".png");
+  return dir / (name + ".actual.png");
 }
 
 bool UpdateRequested() {
@@ -44,16 +43,6 @@ bool Close(Rgb a, uint32_t b) {
   return true;
 }
 
-// Matching pixels faded toward white, so the marked ones stand out.
-Rgb Faded(Rgb pixel) {
-  Rgb faded = 0;
-  for (int shift = 0; shift < 24; shift += 8) {
-    const Rgb channel = (pixel >> shift) & 0xFF;
-    faded |= ((channel + 3 * 0xFF) / 4) << shift;
-  }
-  return faded;
-}
-
 }  // namespace
 
 void ExpectMatchesGolden(const Raster& raster, const std::string& name) {
@@ -64,34 +53,29 @@ void ExpectMatchesGolden(const Raster& raster, const std::string& name) {
     return;
   }
   if (!std::filesystem::exists(golden)) {
-    raster.SavePng(OutputPath(name, "actual"));
+    raster.SavePng(ActualPath(name));
     ADD_FAILURE() << "no golden image " << golden << "; run with KESTU_UPDATE_GOLDEN=1 to make it";
     return;
   }
   const PictureRef expected = LoadPicture(golden);
   if (expected->WidthPixels() != raster.Width() || expected->HeightPixels() != raster.Height()) {
-    raster.SavePng(OutputPath(name, "actual"));
+    raster.SavePng(ActualPath(name));
     ADD_FAILURE() << name << ": golden is " << expected->WidthPixels() << "x"
                   << expected->HeightPixels() << ", drawn " << raster.Width() << "x"
                   << raster.Height();
     return;
   }
-  Raster diff(raster.Width(), raster.Height());
   int differing = 0;
   for (int y = 0; y < raster.Height(); ++y) {
     for (int x = 0; x < raster.Width(); ++x) {
-      const Rgb actual = raster.GetPixel(x, y);
-      const bool same = Close(actual, expected->PixelAt(x, y));
-      if (!same) ++differing;
-      diff.SetPixel(x, y, same ? Faded(actual) : kDiffMark, RasterOp::CopyPen);
+      if (!Close(raster.GetPixel(x, y), expected->PixelAt(x, y))) ++differing;
     }
   }
   const int allowed = raster.Width() * raster.Height() * kDifferingPixelsPerThousand / 1000;
   if (differing > allowed) {
-    raster.SavePng(OutputPath(name, "actual"));
-    diff.SavePng(OutputPath(name, "diff"));
+    raster.SavePng(ActualPath(name));
     ADD_FAILURE() << name << ": " << differing << " pixels differ from " << golden << " (allowed "
-                  << allowed << "); see " << OutputPath(name, "diff");
+                  << allowed << "); see " << ActualPath(name);
   }
 }
 

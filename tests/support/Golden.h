@@ -1,8 +1,8 @@
 #pragma once
 // Golden images: a raster compared with a PNG checked in under
 // tests/data/golden/. On a mismatch the test fails and leaves NAME.actual.png
-// and NAME.diff.png in golden-out/ under the test's working directory;
-// with KESTU_UPDATE_GOLDEN=1 the golden is rewritten instead.
+// in golden-out/ under the test's working directory; with
+// KESTU_UPDATE_GOLDEN=1 the golden is rewritten instead.
 
 #include <string>
 

@@ -37,13 +37,4 @@ inline ScriptResult RunScript(std::string_view text, const std::string& base_dir
   return RunScriptOn(host, text, base_dir);
 }
 
-// The trace of `script` alone, run after `setup` (the lines that create
-// the controls), which must succeed.
-inline std::string TraceAfter(const std::string& setup, const std::string& script) {
-  const ScriptResult before = RunScript(setup);
-  const ScriptResult all = RunScript(setup + script);
-  EXPECT_EQ(all.status, 0) << all.err;
-  return all.out.substr(before.out.size());
-}
-
 }  // namespace kestu
