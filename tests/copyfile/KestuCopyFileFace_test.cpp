@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -11,6 +10,7 @@
 
 #include "copyfile/CopyFileHarness.h"
 #include "kestu/copyfile/KestuCopyFile.h"
+#include "support/Golden.h"
 
 namespace kestu {
 namespace {
@@ -25,22 +25,8 @@ namespace fs = std::filesystem;
 constexpr Rgb kWhite = 0xFFFFFF;  // window background
 constexpr Rgb kNavy = 0x000080;   // highlight
 
-// Compares the face with its golden picture; KESTU_UPDATE_GOLDEN=1 rewrites
-// it, and a mismatch leaves the actual picture in golden-out/.
 void ExpectGolden(const Raster& face, const std::string& name) {
-  const fs::path golden = fs::path(KESTU_TEST_DATA) / "golden" / "copyfile" / (name + ".png");
-  const std::vector<uint8_t> actual = face.ToPng();
-  const char* update = std::getenv("KESTU_UPDATE_GOLDEN");
-  if (update && std::string(update) == "1") {
-    fs::create_directories(golden.parent_path());
-    face.SavePng(golden);
-    return;
-  }
-  const std::string expected = copytest::ReadFile(golden.string());
-  if (expected == std::string(actual.begin(), actual.end())) return;
-  fs::create_directories("golden-out");
-  face.SavePng(fs::path("golden-out") / (name + ".actual.png"));
-  ADD_FAILURE() << name << " differs from " << golden << "; see golden-out/";
+  test::ExpectMatchesGolden(face, "copyfile/" + name);
 }
 
 // Columns [first, last) of the face, counting pixels of one colour.

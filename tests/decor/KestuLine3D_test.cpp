@@ -3,7 +3,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "kestu/foundation/PropertyBag.h"
 #include "kestu/host/Host.h"
 #include "support/DrawRecorder.h"
 #include "support/ExpectRuntimeError.h"
@@ -12,9 +11,6 @@ namespace kestu {
 namespace {
 
 using ::testing::ElementsAre;
-
-constexpr Rgb kWhite = 0xFFFFFF;  // 3D highlight
-constexpr Rgb kGrey = 0x808080;   // button shadow
 
 class LineTest : public ::testing::Test {
  protected:
@@ -25,13 +21,7 @@ class LineTest : public ::testing::Test {
     Observe();
     return Line();
   }
-  KestuLine3D& LoadLine(PropertyBag bag, TwipsRect rect) {
-    hosted_ = &host_.LoadControl(form_, KestuLine3D::Info(), "l1", std::move(bag), rect);
-    Observe();
-    return Line();
-  }
   KestuLine3D& Line() { return static_cast<KestuLine3D&>(hosted_->Control()); }
-  Rgb Pixel(int x, int y) const { return hosted_->GetRaster().GetPixel(x, y); }
   TwipsRect Bounds() const { return hosted_->Bounds(); }
 
   Host host_;
@@ -55,14 +45,6 @@ TEST_F(LineTest, HorizontalLineIsTwoPixelsHighWhateverTheHostGivesIt) {
   EXPECT_EQ(Line().Height(), 30.0f);
 }
 
-TEST_F(LineTest, RaisedHorizontalLineIsLightOverShadowOverItsFullLength) {
-  NewLine();
-  for (int x : {0, 40, 79}) {
-    EXPECT_EQ(Pixel(x, 0), kWhite) << x;
-    EXPECT_EQ(Pixel(x, 1), kGrey) << x;
-  }
-}
-
 TEST_F(LineTest, AssignmentDrawsTwoFullLengthLinesWithoutClearing) {
   KestuLine3D& line = NewLine();
   line.SetProperty("Shadow3DColor", Variant(static_cast<int32_t>(syscolor::kButtonShadow)));
@@ -82,39 +64,6 @@ TEST_F(LineTest, SwitchingToVerticalSetsTheWidthAndKeepsTheHeight) {
               ElementsAre("notify LineOrientation", "Line (0,0)-(0,30) 0x80000014",
                           "Line (15,0)-(15,30) 0x80000010", "Line (0,0)-(0,30) 0x80000014",
                           "Line (15,0)-(15,30) 0x80000010"));
-  EXPECT_EQ(Pixel(0, 1), kWhite);
-  EXPECT_EQ(Pixel(1, 0), kGrey);
-}
-
-TEST_F(LineTest, VerticalLineIsLightLeftOfShadowOverItsFullLength) {
-  PropertyBag bag;
-  bag.WriteProperty("LineOrientation", Variant(int16_t{LnVertical}));
-  LoadLine(bag, {0, 0, 300, 600});
-  EXPECT_EQ(Bounds().width, 30);
-  EXPECT_EQ(Bounds().height, 600);
-  for (int y : {0, 20, 39}) {
-    EXPECT_EQ(Pixel(0, y), kWhite) << y;
-    EXPECT_EQ(Pixel(1, y), kGrey) << y;
-  }
-}
-
-TEST_F(LineTest, OnlyStyleOneIsRaised) {
-  KestuLine3D& line = NewLine();
-  for (int32_t style : {0, 2, 3, -1}) {
-    line.SetProperty("LineStyle", Variant(style));
-    EXPECT_EQ(Pixel(10, 0), kGrey) << style;
-    EXPECT_EQ(Pixel(10, 1), kWhite) << style;
-  }
-  line.SetProperty("LineStyle", Variant(LnRaised));
-  EXPECT_EQ(Pixel(10, 0), kWhite);
-}
-
-TEST_F(LineTest, OnlyOrientationOneIsHorizontal) {
-  KestuLine3D& line = NewLine({0, 0, 1200, 300});
-  line.SetProperty("LineOrientation", Variant(2));
-  EXPECT_EQ(Bounds().width, 30);
-  EXPECT_EQ(Pixel(0, 1), kWhite);
-  EXPECT_EQ(Pixel(1, 1), kGrey);
 }
 
 TEST_F(LineTest, EnumerationOutsideSixteenBitsIsErrorSixAndChangesNothing) {

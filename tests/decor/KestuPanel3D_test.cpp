@@ -3,7 +3,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "kestu/foundation/PropertyBag.h"
 #include "kestu/host/Host.h"
 #include "support/DrawRecorder.h"
 #include "support/ExpectRuntimeError.h"
@@ -13,9 +12,7 @@ namespace {
 
 using ::testing::ElementsAre;
 
-constexpr Rgb kWhite = 0xFFFFFF;  // 3D highlight
-constexpr Rgb kGrey = 0x808080;   // button shadow
-constexpr Rgb kFace = 0xC0C0C0;   // button face
+constexpr Rgb kGrey = 0x808080;  // button shadow
 
 // A panel of 2400 x 1200 twips: 160 x 80 pixels at 15 twips per pixel.
 class PanelTest : public ::testing::Test {
@@ -27,15 +24,8 @@ class PanelTest : public ::testing::Test {
     Observe();
     return Panel();
   }
-  KestuPanel3D& LoadPanel(PropertyBag bag) {
-    hosted_ = &host_.LoadControl(form_, KestuPanel3D::Info(), "p1", std::move(bag),
-                                 TwipsRect{0, 0, 2400, 1200});
-    Observe();
-    return Panel();
-  }
   KestuPanel3D& Panel() { return static_cast<KestuPanel3D&>(hosted_->Control()); }
   Rgb Pixel(int x, int y) const { return hosted_->GetRaster().GetPixel(x, y); }
-  PropertyBag Save() { return host_.SaveControl(*hosted_); }
 
   Host host_;
   Form& form_ = host_.CreateForm("Form1", 6000, 4000);
@@ -49,30 +39,6 @@ class PanelTest : public ::testing::Test {
   }
 };
 
-TEST_F(PanelTest, DefaultPanelIsRaisedOutsideAndLoweredFivePixelsIn) {
-  NewPanel();
-  // Outer bevel: light top-left; the other three corners belong to the
-  // shadow, whose bottom edge runs one pixel longer.
-  EXPECT_EQ(Pixel(0, 0), kWhite);
-  EXPECT_EQ(Pixel(158, 0), kWhite);
-  EXPECT_EQ(Pixel(0, 78), kWhite);
-  EXPECT_EQ(Pixel(159, 0), kGrey);
-  EXPECT_EQ(Pixel(0, 79), kGrey);
-  EXPECT_EQ(Pixel(159, 79), kGrey);
-  // Between the bevels and inside the inner one: the face.
-  EXPECT_EQ(Pixel(1, 1), kFace);
-  EXPECT_EQ(Pixel(4, 4), kFace);
-  EXPECT_EQ(Pixel(80, 40), kFace);
-  // Inner bevel, lowered, 5 pixels in: shadow top-left, light bottom-right.
-  EXPECT_EQ(Pixel(5, 5), kGrey);
-  EXPECT_EQ(Pixel(153, 5), kGrey);
-  EXPECT_EQ(Pixel(5, 73), kGrey);
-  EXPECT_EQ(Pixel(154, 5), kWhite);
-  EXPECT_EQ(Pixel(5, 74), kWhite);
-  EXPECT_EQ(Pixel(154, 74), kWhite);
-  EXPECT_EQ(Pixel(155, 75), kFace);
-}
-
 TEST_F(PanelTest, EveryAssignmentNotifiesClearsAndDrawsBothBevels) {
   KestuPanel3D& panel = NewPanel();
   panel.SetProperty("BorderWidth", Variant(5));
@@ -83,33 +49,6 @@ TEST_F(PanelTest, EveryAssignmentNotifiesClearsAndDrawsBothBevels) {
                   "Line (2385,0)-(2385,1185) 0x80000010", "Line (75,75)-(2310,75) 0x80000010",
                   "Line (75,75)-(75,1110) 0x80000010", "Line (75,1110)-(2325,1110) 0x80000014",
                   "Line (2310,75)-(2310,1110) 0x80000014"));
-}
-
-TEST_F(PanelTest, AbsentOuterBevelVanishesIntoTheFace) {
-  KestuPanel3D& panel = NewPanel();
-  panel.SetProperty("BorderOut", Variant(KSTPN_None));
-  for (auto [x, y] : {std::pair{0, 0}, {80, 0}, {0, 40}, {159, 0}, {0, 79}, {159, 79}}) {
-    EXPECT_EQ(Pixel(x, y), kFace) << x << "," << y;
-  }
-  EXPECT_EQ(Pixel(5, 5), kGrey);  // the inner bevel stays
-}
-
-TEST_F(PanelTest, ZeroBorderWidthLetsTheInnerBevelWin) {
-  KestuPanel3D& panel = NewPanel();
-  panel.SetProperty("BorderWidth", Variant(0));
-  EXPECT_EQ(Pixel(0, 0), kGrey);
-  EXPECT_EQ(Pixel(80, 0), kGrey);
-  EXPECT_EQ(Pixel(159, 79), kWhite);
-  EXPECT_EQ(Pixel(159, 0), kWhite);
-}
-
-TEST_F(PanelTest, StylesOtherThanNoneAndRaisedDrawLowered) {
-  KestuPanel3D& panel = NewPanel();
-  panel.SetProperty("BorderOut", Variant(3));
-  EXPECT_EQ(Pixel(0, 0), kGrey);
-  EXPECT_EQ(Pixel(159, 79), kWhite);
-  panel.SetProperty("BorderOut", Variant(-1));
-  EXPECT_EQ(Pixel(0, 0), kGrey);
 }
 
 TEST_F(PanelTest, BorderWidthPastTheMiddleDrawsTheInnerBevelInverted) {

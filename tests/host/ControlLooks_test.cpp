@@ -1,0 +1,115 @@
+// Each control in each of its looks, side by side on one form, against a
+// golden picture: tests/data/golden/looks/*.png. The form's magenta shows
+// where a control does not paint.
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "kestu/decor/KestuLine3D.h"
+#include "kestu/decor/KestuPanel3D.h"
+#include "kestu/host/Host.h"
+#include "kestu/host/Snapshot.h"
+#include "kestu/numberedit/KestuNumberEdit.h"
+#include "support/Golden.h"
+
+namespace kestu {
+namespace {
+
+constexpr OLE_COLOR kMagenta = RGB(255, 0, 255);
+constexpr int kGap = 120;  // twips between two looks
+
+// A look: the properties that make it, the control's or the extender's,
+// set in order after the control is created.
+using Look = std::vector<std::pair<const char*, Variant>>;
+
+class ControlLooks : public ::testing::Test {
+ protected:
+  // The looks in a row, each `width` x `height` twips, the first `kGap` in.
+  std::vector<HostedControl*> Place(const ClassInfo& info, int width, int height,
+                                    const std::vector<Look>& looks) {
+    form_.Resize(kGap + static_cast<int>(looks.size()) * (width + kGap), height + 2 * kGap);
+    form_.SetBackColor(kMagenta);
+    std::vector<HostedControl*> placed;
+    for (const Look& look : looks) {
+      const int left = kGap + static_cast<int>(placed.size()) * (width + kGap);
+      HostedControl& control =
+          host_.NewControl(form_, info, std::string("c").append(std::to_string(placed.size())),
+                           TwipsRect{left, kGap, width, height});
+      for (const auto& [name, value] : look) {
+        if (HostedControl::ExtenderName(name)) {
+          control.SetExtender(name, value);
+        } else {
+          control.Control().SetProperty(name, value);
+        }
+      }
+      placed.push_back(&control);
+    }
+    return placed;
+  }
+
+  void ExpectGolden(const std::string& name) {
+    Raster picture(1, 1, 0);
+    RenderForm(host_, form_, picture, /*caret_lit=*/false);
+    test::ExpectMatchesGolden(picture, "looks/" + name);
+  }
+
+  Host host_;
+  Form& form_ = host_.CreateForm("Looks", 1200, 1200);
+};
+
+// Raised out and lowered in; no outer bevel; the inner bevel on the outer
+// one (width 0); a style that is neither None nor Raised, drawn lowered;
+// the inner bevel past the middle, drawn inverted; coloured edges.
+TEST_F(ControlLooks, Panel) {
+  Place(KestuPanel3D::Info(), 900, 600,
+        {{},
+         {{"BorderOut", Variant(KSTPN_None)}},
+         {{"BorderWidth", Variant(0)}},
+         {{"BorderOut", Variant(3)}, {"BorderIn", Variant(KSTPN_Raised)}},
+         {{"BorderWidth", Variant(25)}},
+         {{"Light3DColor", Variant(0x00FFFF)}, {"Shadow3DColor", Variant(0x800000)}}});
+  ExpectGolden("panel");
+}
+
+// Raised and lowered, across and down; style 3 draws lowered and
+// orientation 2 vertical. The line sets its own thickness; turned
+// vertical, it keeps the height it had until it is given another.
+TEST_F(ControlLooks, Line) {
+  const Variant tall(600);
+  Place(KestuLine3D::Info(), 600, 600,
+        {{},
+         {{"LineStyle", Variant(LnLowered)}},
+         {{"LineOrientation", Variant(LnVertical)}, {"Height", tall}},
+         {{"LineOrientation", Variant(LnVertical)},
+          {"Height", tall},
+          {"LineStyle", Variant(LnLowered)}},
+         {{"LineStyle", Variant(3)}},
+         {{"LineOrientation", Variant(2)}, {"Height", tall}}});
+  ExpectGolden("line");
+}
+
+// A grouped number; a negative one with decimals; flat; with a shadow;
+// disabled; locked; the whole number selected with the focus, plain and
+// as a raised plate.
+TEST_F(ControlLooks, NumberEdit) {
+  const std::vector<HostedControl*> boxes =
+      Place(KestuNumberEdit::Info(), 1500, 315,
+            {{{"IntMaxLength", Variant(9)}, {"Value", Variant(1234567.0)}},
+             {{"DecMaxLength", Variant(2)}, {"Value", Variant(-98765.4)}},
+             {{"Border3D", Variant::Boolean(false)}, {"Value", Variant(12.0)}},
+             {{"Shadow", Variant::Boolean(true)}, {"Value", Variant(12.0)}},
+             {{"Enabled", Variant::Boolean(false)}, {"Value", Variant(12.0)}},
+             {{"Locked", Variant::Boolean(true)}, {"Value", Variant(12.0)}},
+             {{"Value", Variant(4321.0)}},
+             {{"Selection3D", Variant::Boolean(true)}, {"Value", Variant(4321.0)}}});
+  // Only one box holds the focus at a time; the other keeps how it drew.
+  host_.SetFocus(boxes[6]);
+  host_.SetFocus(boxes[7]);
+  ExpectGolden("numberedit");
+}
+
+}  // namespace
+}  // namespace kestu
