@@ -56,13 +56,38 @@ std::string_view CommandSubject(std::string_view line) {
   return line.substr(start, end - start);
 }
 
+// Reads the next line into `line`, without its end; false at the end of
+// the script. A line past `limit` bytes stops there: `too_long` says so.
+bool ReadLine(std::istream& in, std::string& line, size_t limit, bool& too_long) {
+  line.clear();
+  too_long = false;
+  std::streambuf* buffer = in.rdbuf();
+  for (;;) {
+    const int c = buffer->sbumpc();
+    if (c == std::char_traits<char>::eof()) return !line.empty();
+    if (c == '\n') return true;
+    if (line.size() == limit) {
+      too_long = true;
+      return true;
+    }
+    line.push_back(static_cast<char>(c));
+  }
+}
+
 }  // namespace
 
 int ScriptRunner::Run(std::istream& script, const std::string& file_name,
                       const std::filesystem::path& base_dir) {
   commands_->SetBaseDir(base_dir);
   std::string line;
-  for (int number = 1; std::getline(script, line); ++number) {
+  bool too_long = false;
+  for (int number = 1; ReadLine(script, line, kMaxLineBytes, too_long); ++number) {
+    if (too_long) {
+      out_.flush();
+      err_ << file_name << ":" << number << ": a line longer than " << (kMaxLineBytes >> 20)
+           << " MiB\n";
+      return kBadLine;
+    }
     if (number == 1 && line.starts_with("\xEF\xBB\xBF")) line.erase(0, 3);
     if (!line.empty() && line.back() == '\r') line.pop_back();
     try {

@@ -25,6 +25,9 @@ class ScriptRunner {
   static constexpr int kCompleted = 0;
   static constexpr int kHostFailure = 1;  // the host itself failed
   static constexpr int kBadLine = 2;      // a malformed line or an unknown name
+  // The longest line, and so the longest string, a script may hold: that
+  // of a form file. A longer line is a bad line, read no further.
+  static constexpr size_t kMaxLineBytes = size_t{16} << 20;
 
   // Attaches the trace to `host` and makes sure a form named Form1 exists.
   ScriptRunner(Host& host, std::ostream& out, std::ostream& err);
