@@ -84,4 +84,41 @@ bool SameName(std::string_view a, std::string_view b) {
                                             [&](char x, char y) { return lower(x) == lower(y); });
 }
 
+// ---- Case ----
+
+namespace {
+
+constexpr char32_t kSmallYDiaeresis = 0xFF;
+constexpr char32_t kCapitalYDiaeresis = 0x178;
+constexpr char32_t kDivision = 0xF7;  // between the Latin-1 small letters, not one
+constexpr char32_t kTimes = 0xD7;     // between the capitals, not one
+
+}  // namespace
+
+char32_t UpperCase(char32_t c) {
+  if (c >= U'a' && c <= U'z') return c - 32;
+  if (c >= 0xE0 && c <= 0xFE && c != kDivision) return c - 32;
+  if (c == kSmallYDiaeresis) return kCapitalYDiaeresis;
+  return c;
+}
+
+char32_t LowerCase(char32_t c) {
+  if (c >= U'A' && c <= U'Z') return c + 32;
+  if (c >= 0xC0 && c <= 0xDE && c != kTimes) return c + 32;
+  if (c == kCapitalYDiaeresis) return kSmallYDiaeresis;
+  return c;
+}
+
+std::u32string UpperCase(std::u32string_view text) {
+  std::u32string out(text);
+  for (char32_t& c : out) c = UpperCase(c);
+  return out;
+}
+
+std::u32string LowerCase(std::u32string_view text) {
+  std::u32string out(text);
+  for (char32_t& c : out) c = LowerCase(c);
+  return out;
+}
+
 }  // namespace kestu

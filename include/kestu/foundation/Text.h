@@ -92,6 +92,15 @@ std::vector<CaptionCharacter> ParseCaption(std::u32string_view caption);
 // The first character a caption underlines, if any.
 std::optional<char32_t> AccessKeyOf(std::string_view caption);
 
+// ---- Case ----
+
+// The host's case conversion: ASCII and the Latin-1 letters ("ç" and "Ç",
+// "ÿ" and "Ÿ"); every other character stays as it is.
+char32_t UpperCase(char32_t c);
+char32_t LowerCase(char32_t c);
+std::u32string UpperCase(std::u32string_view text);
+std::u32string LowerCase(std::u32string_view text);
+
 // ---- Names ----
 
 // Equal but for the case of ASCII letters.

@@ -1,0 +1,263 @@
+// The mask rules on their own: the character test, literals, padding, the
+// merge, and what assigning and reading the text, a new mask and losing
+// the focus do.
+
+#include "textedit/MaskText.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+#include <string>
+
+#include "kestu/foundation/RuntimeError.h"
+#include "kestu/foundation/Text.h"
+#include "support/ExpectRuntimeError.h"
+
+namespace kestu {
+namespace {
+
+// A box's members, with the values of a new box.
+struct Box {
+  std::u32string text, mask, fill_char, default_value;
+  int16_t max_length = 30;
+  bool include_literals = true;
+  int16_t text_style = ccNormal;
+  bool allow_space_char = true;
+
+  MaskText Rules() {
+    return MaskText({text, mask, max_length, include_literals, text_style, fill_char,
+                     allow_space_char, default_value});
+  }
+};
+
+std::u32string U(std::string_view utf8) {
+  return DecodeUtf8(utf8);
+}
+
+TEST(MaskText, IsValidCharTestsAndRewritesByTheMaskCharacter) {
+  struct Row {
+    const char* mask;
+    const char* text;  // already stored
+    const char* typed;
+    int position;
+    bool accepted;
+    bool beep;
+    const char* stored;  // the character as rewritten
+  };
+  const Row rows[] = {
+      {"", "", "é", 1, true, false, "é"},     // no mask: anything, anywhere
+      {"9 9", "", "q", 2, true, false, "q"},  // a mask space takes anything
+      {"99", "", "q", 5, true, false, "q"},   // so does a place past the end
+      {"9", "", "7", 1, true, false, "7"},   {"9", "", ".", 1, true, false, "."},
+      {"9", "", " ", 1, true, false, " "},   {"9", "", "x", 1, false, true, "x"},
+      {"#", "", "5", 1, true, false, "5"},   {"#", "", ".", 1, true, false, ","},
+      {"#", "1,", ".", 1, false, true, "."},  // one decimal comma only
+      {"#", "", " ", 1, false, true, " "},   {"A", "", "b", 1, true, false, "B"},
+      {"a", "", "B", 1, true, false, "b"},   {"A", "", " ", 1, true, false, " "},
+      {"A", "", "3", 1, false, true, "3"},   {"A", "", "é", 1, false, true, "é"},  // by code
+      {"C", "", "ç", 1, true, false, "Ç"},   {"c", "", "Q", 1, true, false, "q"},
+      {"X", "", "%", 1, true, false, "%"},   {"(", "", "(", 1, false, false, "("},  // literal
+      {"", "", "", 1, true, false, ""},
+  };
+  for (const Row& row : rows) {
+    Box box;
+    box.mask = U(row.mask);
+    box.text = U(row.text);
+    std::u32string typed = U(row.typed);
+    const CharVerdict verdict = box.Rules().IsValidChar(typed, static_cast<int16_t>(row.position));
+    EXPECT_EQ(verdict.accepted, row.accepted) << row.mask << " " << row.typed;
+    EXPECT_EQ(verdict.beep, row.beep) << row.mask << " " << row.typed;
+    EXPECT_EQ(EncodeUtf8(typed), row.stored) << row.mask << " " << row.typed;
+  }
+}
+
+TEST(MaskText, ASpaceIsRefusedEverywhereWhenSpacesAreNotAllowed) {
+  Box box;
+  box.allow_space_char = false;
+  std::u32string space = U" ";
+  EXPECT_TRUE(box.Rules().IsValidChar(space, 1).beep);
+  ExpectRuntimeError(err::kInvalidProcedureCall, [&] {
+    std::u32string a = U"a";
+    box.Rules().IsValidChar(a, 0);
+  });
+}
+
+TEST(MaskText, LiteralsAreStrippedAndCountedWithAMaskSpaceAsOne) {
+  Box box;
+  box.mask = U"(99) 9-9";
+  box.text = U"(12) 3";
+  EXPECT_EQ(box.Rules().StripLiterals(), U"123 ");  // a missing place reads as a space
+  EXPECT_FALSE(box.Rules().IsEmpty());
+  box.text = U"(  )  - ";
+  EXPECT_TRUE(box.Rules().IsEmpty());
+  box.text = U"(12) 3-45678";
+  EXPECT_EQ(box.Rules().StripLiterals(), U"12345678");  // beyond the mask is kept
+  EXPECT_EQ(box.Rules().CountLiterals(), 0);            // fits MaxLength: none counted
+  box.max_length = 5;
+  EXPECT_EQ(box.Rules().CountLiterals(), 4);  // "(", ")", " ", "-"
+  box.mask.clear();
+  EXPECT_EQ(box.Rules().StripLiterals(), box.text);
+  EXPECT_EQ(box.Rules().CountLiterals(), 0);
+}
+
+TEST(MaskText, PadLeftFillsOrCutsFromTheLeft) {
+  std::u32string zero = U"0", none;
+  EXPECT_EQ(MaskText::PadLeftText(U" 42 ", 5, zero), U"00042");
+  EXPECT_EQ(MaskText::PadLeftText(U"1234567", 5, zero), U"34567");
+  EXPECT_EQ(MaskText::PadLeftText(U"7", 3, none), U"  7");
+  EXPECT_EQ(none, U" ");  // the empty fill became a space, in place
+}
+
+TEST(MaskText, AssignedTextIsCutByMaxLengthLessTheLiterals) {
+  Box box;
+  box.mask = U"99-99";
+  box.max_length = 5;
+  EXPECT_FALSE(box.Rules().AssignText(U"1234567"));
+  EXPECT_EQ(box.text, U"1234");  // 5 less one literal
+  EXPECT_TRUE(box.Rules().AssignText(U"   "));
+  box.max_length = 1;
+  box.mask = U"--9";
+  ExpectRuntimeError(err::kInvalidProcedureCall, [&] { box.Rules().AssignText(U"12345"); });
+}
+
+TEST(MaskText, ReadingTextNormalisesItByStyle) {
+  Box box;
+  box.max_length = 5;
+  box.text_style = ccPadLeft;
+  box.fill_char = U"0";
+  box.text = U"42";
+  EXPECT_EQ(box.Rules().ReadText(), U"00042");
+  box.text = U"1234567";
+  EXPECT_EQ(box.Rules().ReadText(), U"34567");
+  box.fill_char.clear();
+  box.text = U"";
+  EXPECT_EQ(box.Rules().ReadText(), U"");
+  EXPECT_EQ(box.fill_char, U"");  // an empty text is not padded
+  box.text = U"9";
+  EXPECT_EQ(box.Rules().ReadText(), U"    9");
+  EXPECT_EQ(box.fill_char, U" ");  // but the fill became a space on the way
+
+  Box cased;
+  cased.text_style = ccUpperCase;
+  cased.text = U"ação ";
+  EXPECT_EQ(cased.Rules().ReadText(), U"AÇÃO");
+  EXPECT_EQ(cased.text, U"AÇÃO ");  // stored upper-cased, read trimmed
+  cased.include_literals = false;
+  cased.mask = U"AA-AA";
+  cased.text = U"AB-CD";
+  EXPECT_EQ(cased.Rules().ReadText(), U"ABCD");
+}
+
+TEST(MaskText, StyleAppliedPadsEvenAnEmptyText) {
+  Box box;
+  box.max_length = 4;
+  box.text_style = ccPadLeft;
+  box.fill_char = U"*";
+  box.Rules().ApplyTextStyle();
+  EXPECT_EQ(box.text, U"****");
+  box.text_style = ccLowerCase;
+  box.text = U"ÀB";
+  box.Rules().ApplyTextStyle();
+  EXPECT_EQ(box.text, U"àb");
+}
+
+TEST(MaskText, ANewMaskStripsTheOldLiteralsAndWidensMaxLength) {
+  Box box;
+  box.mask = U"99/99";
+  box.text = U"12/34";
+  box.max_length = 4;
+  box.Rules().AssignMask(U"(999) 999-9999");
+  EXPECT_EQ(box.text, U"1234");
+  EXPECT_EQ(box.max_length, 14);
+  box.Rules().AssignMask(U"9");
+  EXPECT_EQ(box.max_length, 14);  // never narrowed
+}
+
+TEST(MaskText, TheMergeSpreadsTheTextOverThePlaceholders) {
+  struct Row {
+    const char* mask;
+    const char* text;
+    int max_length;
+    const char* merged;
+  };
+  const Row rows[] = {
+      {"9-99", "1234", 30, "1-234"},                   // the fourth digit stays behind the mask
+      {"99/99/9999", "01/02/2003", 30, "01/02/2003"},  // literals in place are used up
+      {"99/99", "12", 30, "12/  "},                    // missing places are spaces
+      {"(99)", "123456", 4, "(12)"},                   // too long before the merge: cut
+      {"(99)", "12", 2, "(12)"},                       // not too long before: longer after
+      {"", "abc", 30, "abc"},
+  };
+  for (const Row& row : rows) {
+    Box box;
+    box.mask = U(row.mask);
+    box.text = U(row.text);
+    box.max_length = static_cast<int16_t>(row.max_length);
+    box.Rules().ApplyMask();
+    EXPECT_EQ(EncodeUtf8(box.text), row.merged) << row.mask << " " << row.text;
+  }
+}
+
+TEST(MaskText, LosingTheFocusPadsAndFallsBackToTheDefault) {
+  Box box;
+  box.max_length = 6;
+  box.text_style = ccPadLeft;
+  box.fill_char = U"0";
+  box.text = U"12";
+  EXPECT_EQ(box.Rules().LoseFocus(), std::optional<int16_t>(6));
+  EXPECT_EQ(box.text, U"000012");
+
+  Box blank;
+  blank.mask = U"99/99";
+  blank.text = U"  /  ";
+  blank.default_value = U"xx";  // taken as it stands
+  EXPECT_EQ(blank.Rules().LoseFocus(), std::nullopt);
+  EXPECT_EQ(blank.text, U"xx");
+}
+
+// Whatever is typed at each place of whatever mask, the merged text keeps
+// the mask's literals where they are, holds at each placeholder only what
+// the character test takes there (or a space where nothing was taken), and
+// gives one character per placeholder without its literals.
+TEST(MaskText, TypedTextMergedKeepsTheMaskWhateverIsTyped) {
+  std::mt19937 random(20261123);
+  const std::u32string places = U"#9XAaCc-/() .,:";
+  const std::u32string typed_from = U"09a Z.,-ç%é/x";
+  for (int round = 0; round < 500; ++round) {
+    Box box;
+    const int length = 1 + static_cast<int>(random() % 12);
+    for (int i = 0; i < length; ++i) box.mask.push_back(places[random() % places.size()]);
+    // Typed as the box types: over the merged text, one place at a time.
+    box.Rules().ApplyMask();
+    for (int i = 1; i <= length; ++i) {
+      if (!MaskText::IsMaskChar(box.mask[static_cast<size_t>(i - 1)])) continue;
+      std::u32string c(1, typed_from[random() % typed_from.size()]);
+      if (box.Rules().IsValidChar(c, static_cast<int16_t>(i)).accepted) {
+        box.text[static_cast<size_t>(i - 1)] = c.front();
+      }
+    }
+    box.Rules().ApplyMask();
+    SCOPED_TRACE(EncodeUtf8(box.mask).append(" -> ").append(EncodeUtf8(box.text)));
+    ASSERT_GE(box.text.size(), box.mask.size());
+    int placeholders = 0;
+    for (int i = 1; i <= length; ++i) {
+      const char32_t m = box.mask[static_cast<size_t>(i - 1)];
+      const char32_t stored = box.text[static_cast<size_t>(i - 1)];
+      if (!MaskText::IsMaskChar(m)) {
+        EXPECT_EQ(stored, m);
+        continue;
+      }
+      ++placeholders;
+      if (stored == U' ') continue;  // a place nothing was typed at
+      Box alone = box;               // the text as the character met it, typed left to right
+      alone.text.resize(static_cast<size_t>(i - 1));
+      std::u32string again(1, stored);
+      EXPECT_TRUE(alone.Rules().IsValidChar(again, static_cast<int16_t>(i)).accepted);
+      EXPECT_EQ(again, std::u32string(1, stored));
+    }
+    EXPECT_EQ(box.Rules().StripLiterals().size(), static_cast<size_t>(placeholders));
+  }
+}
+
+}  // namespace
+}  // namespace kestu
