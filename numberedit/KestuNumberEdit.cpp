@@ -36,12 +36,6 @@ std::vector<int16_t> KeyCodesOf(char32_t c) {
           static_cast<int16_t>(static_cast<uint16_t>(0xDC00 + (v & 0x3FF)))};
 }
 
-// An OLE_COLOR (0x00BBGGRR) with the bits of a resolved pixel (0x00RRGGBB).
-OLE_COLOR AsOleColor(Rgb rgb) {
-  return RGB(static_cast<uint8_t>(rgb >> 16), static_cast<uint8_t>(rgb >> 8),
-             static_cast<uint8_t>(rgb));
-}
-
 }  // namespace
 
 NumberText KestuNumberEdit::Rules() const {
@@ -130,16 +124,10 @@ void KestuNumberEdit::SelectAll() {
   Draw(false);
 }
 
-void KestuNumberEdit::XFocus() {
-  GotFocusRoutine();
-  KestuControlsAPI::SetFocus(hWnd());
-}
-
 // ---- Lifecycle ----
 
 void KestuNumberEdit::UserControl_Initialize() {
-  pixel_x_ = Int16::From(ScreenTwipsPerPixelX());
-  pixel_y_ = Int16::From(ScreenTwipsPerPixelY());
+  CapturePixelSize();
   whole_selected_ = false;
   form_active_ = true;
 }
@@ -184,45 +172,9 @@ void KestuNumberEdit::UserControl_Show() {
   std::swap(text_, sample);
 }
 
-void KestuNumberEdit::UserControl_Terminate() {
-  KestuControlsAPI::HideCaret(hWnd());
-  KestuControlsAPI::DestroyCaret();
-}
-
-void KestuNumberEdit::GotFocusRoutine() {
-  KestuControlsAPI::EnableWindow(hWnd(), enabled_ ? 1 : 0);
-  has_focus_ = true;
-  if (AmbientUserMode()) {
-    const int16_t caret_height = CInt(TextHeight("M") / pixel_y_.value());
-    KestuControlsAPI::CreateCaret(hWnd(), 0, 1, caret_height);
-  }
-  Draw(false);
+void KestuNumberEdit::FocusArrived() {
   text_at_focus_ = text_;
   if (auto_select_) SelectAll();
-}
-
-void KestuNumberEdit::LostFocusRoutine() {
-  if (AmbientUserMode()) KestuControlsAPI::HideCaret(hWnd());
-  has_focus_ = false;
-  Draw(false);
-}
-
-void KestuNumberEdit::PeriodicCheck() {
-  UserControl* active_control = Container().FormActiveControl();
-  if (!active_control || !enabled_) return;
-  const int32_t form_window = Container().FormIsMdiChild() ? form_window_ : Container().FormHwnd();
-  const bool form_is_active = KestuControlsAPI::GetActiveWindow() == form_window;
-  if (form_is_active && !form_active_) {
-    form_active_ = true;
-    // The focused control gets its caret and selection back; it may be any
-    // control of the form that offers XFocus.
-    if (const MethodInfo* x_focus = active_control->Class().FindMethod("XFocus")) {
-      x_focus->invoke(*active_control, {});
-    }
-  } else if (!form_is_active && form_active_) {
-    form_active_ = false;
-    LostFocusRoutine();
-  }
 }
 
 // ---- Keyboard ----
@@ -231,12 +183,6 @@ void KestuNumberEdit::ClearIfSelected() {
   if (!whole_selected_) return;
   text_.clear();
   whole_selected_ = false;
-}
-
-void KestuNumberEdit::RaiseChanged() {
-  DoEvents();
-  if (!RaiseEvent(Changed)) return;
-  DoEvents();
 }
 
 void KestuNumberEdit::UserControl_KeyDown(int16_t& key_code, int16_t& shift) {
@@ -361,37 +307,7 @@ void KestuNumberEdit::AcceptDigit(char32_t digit) {
   RaiseChanged();
 }
 
-void KestuNumberEdit::UserControl_KeyUp(int16_t& key_code, int16_t& shift) {
-  // Nothing follows the event, so whether the box survived it does not matter.
-  static_cast<void>(RaiseEvent(KeyUp, key_code, shift));
-}
-
-// ---- Mouse and context menu ----
-
-void KestuNumberEdit::UserControl_MouseDown(int16_t& button, int16_t& shift, float& x, float& y) {
-  static_cast<void>(RaiseEvent(MouseDown, button, shift, x, y));
-}
-
-void KestuNumberEdit::UserControl_MouseMove(int16_t& button, int16_t& shift, float& x, float& y) {
-  static_cast<void>(RaiseEvent(MouseMove, button, shift, x, y));
-}
-
-void KestuNumberEdit::UserControl_MouseUp(int16_t& button, int16_t& shift, float& x, float& y) {
-  if (!RaiseEvent(MouseUp, button, shift, x, y)) return;
-  if (button != button::kRight || !AmbientUserMode()) return;
-  UpdateMenu();
-  if (const std::optional<int> chosen = PopupMenu(menu_)) Menu_Click(*chosen);
-}
-
-void KestuNumberEdit::UserControl_Click() {
-  static_cast<void>(RaiseEvent(Click));
-}
-
-void KestuNumberEdit::UserControl_DblClick() {
-  if (!RaiseEvent(DblClick)) return;
-  SelectAll();
-  Draw(false);
-}
+// ---- Context menu ----
 
 void KestuNumberEdit::UpdateMenu() {
   menu_[kCut].enabled = whole_selected_;
@@ -468,21 +384,15 @@ void KestuNumberEdit::Draw(bool normalise_first) {
   if (normalise_first) text_ = rules.Normalise(text_);
   const std::string display = EncodeUtf8(rules.Display(text_, th_separator_));
 
-  // Work in whole pixels so that the face, the text and the caret line up.
-  const int width_px = static_cast<int>(std::lround(ScaleWidth() / pixel_x_.value()));
-  const int height_px = static_cast<int>(std::lround(ScaleHeight() / pixel_y_.value()));
-  const int shadow_px = shadow_ ? 5 : 0;
-  const int face_right_px = width_px - 1 - shadow_px;
-  const int face_bottom_px = height_px - 1 - shadow_px;
-  DrawBackground(PixelsX(face_right_px), PixelsY(face_bottom_px));
+  const Face face = DrawBackground();
 
   // Right-aligned, 3 pixels in from the face's right edge, centred in
   // height: the number grows to the left as digits are typed at its end.
-  const int text_width_px = static_cast<int>(std::lround(TextWidth(display) / pixel_x_.value()));
-  const int line_height_px = static_cast<int>(std::lround(TextHeight("M") / pixel_y_.value()));
-  const int text_end_px = face_right_px - 3;
+  const int text_width_px = ToPixelsX(TextWidth(display));
+  const int line_height_px = ToPixelsY(TextHeight("M"));
+  const int text_end_px = face.right_px - 3;
   const int text_left_px = text_end_px - text_width_px;
-  const int text_top_px = (face_bottom_px + 1 - line_height_px) / 2;
+  const int text_top_px = (face.bottom_px + 1 - line_height_px) / 2;
   const bool selected = whole_selected_ && has_focus_ && AmbientUserMode();
   if (selected && selection_3d_) {
     DrawSelectionPlate(PixelsX(text_left_px - 2), PixelsY(text_top_px - 1),
@@ -496,52 +406,8 @@ void KestuNumberEdit::Draw(bool normalise_first) {
     InvertSelection(PixelsX(text_left_px - 1), PixelsY(text_top_px), PixelsX(text_end_px),
                     PixelsY(text_top_px + line_height_px - 1));
   }
-  DrawBorder(PixelsX(face_right_px), PixelsY(face_bottom_px));
+  DrawBorder(face);
   if (has_focus_ && AmbientUserMode()) PlaceCaret(text_end_px, text_top_px);
-}
-
-void KestuNumberEdit::DrawBackground(float face_right, float face_bottom) {
-  if (shadow_) {
-    // The corners the shadow leaves free take the usual form colour.
-    UserControl::SetBackColor(syscolor::kButtonFace);
-    Cls();
-    Line(PixelsX(5), PixelsY(5), ScaleWidth(), ScaleHeight(), shadow_color_, LineKind::FilledBox);
-  }
-  Line(0, 0, face_right, face_bottom, back_color_, LineKind::FilledBox);
-}
-
-void KestuNumberEdit::DrawBorder(float face_right, float face_bottom) {
-  if (!border_3d_) {
-    Line(0, 0, face_right, face_bottom, syscolor::kButtonShadow, LineKind::Box);
-    return;
-  }
-  // Sunken: two bevels, dark above and to the left, light below and right.
-  const float px = PixelsX(1);
-  const float py = PixelsY(1);
-  Bevel(*this, 0, 0, face_right, face_bottom, syscolor::kButtonShadow, syscolor::k3DHighlight, px);
-  Bevel(*this, px, py, face_right - px, face_bottom - py, syscolor::k3DDarkShadow,
-        syscolor::k3DLight, px);
-}
-
-void KestuNumberEdit::DrawSelectionPlate(float left, float top, float right, float bottom) {
-  // A raised plate in the button face colour under the number.
-  Line(left, top, right, bottom, syscolor::kButtonFace, LineKind::FilledBox);
-  Bevel(*this, left, top, right, bottom, syscolor::k3DHighlight, syscolor::kButtonShadow,
-        PixelsX(1));
-}
-
-void KestuNumberEdit::InvertSelection(float left, float top, float right, float bottom) {
-  // XOR with (face ^ highlight): the face turns exactly the highlight
-  // colour and the text takes the matching contrast colour.
-  const Rgb pen = ResolveColor(back_color_) ^ ResolveColor(syscolor::kHighlight);
-  SetDrawMode(static_cast<int16_t>(RasterOp::XorPen));
-  Line(left, top, right, bottom, AsOleColor(pen), LineKind::FilledBox);
-  SetDrawMode(static_cast<int16_t>(RasterOp::CopyPen));
-}
-
-void KestuNumberEdit::PlaceCaret(int x_px, int y_px) {
-  KestuControlsAPI::SetCaretPos(x_px, y_px);
-  KestuControlsAPI::ShowCaret(hWnd());
 }
 
 }  // namespace kestu

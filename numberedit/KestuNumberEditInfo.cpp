@@ -11,16 +11,11 @@ namespace kestu {
 
 namespace {
 
-struct EventInfos {
-  EventInfo click, dbl_click, changed, key_down, key_press, key_up, mouse_down, mouse_move,
-      mouse_up;
-};
-
-const EventInfos& Events() {
-  static const EventInfos infos = [] {
+const EditBoxEvents& Events() {
+  static const EditBoxEvents infos = [] {
     const std::vector<ParamInfo> key = KeyEventParams();
     const std::vector<ParamInfo> mouse = MouseEventParams();
-    return EventInfos{
+    return EditBoxEvents{
         {"Click",
          {},
          "Occurs when the user clicks the box. [Ocorre quando o usuário clica na caixa.]"},
@@ -202,9 +197,7 @@ ClassInfo& KestuNumberEdit::Info() {
                   "Selects the whole number. [Seleciona o número inteiro.]"),
         Method<P>("XFocus", &P::XFocus, "Gives the box the focus. [Dá o foco à caixa.]"),
     };
-    const EventInfos& e = Events();
-    c.events = {&e.click,  &e.dbl_click,  &e.changed,    &e.key_down, &e.key_press,
-                &e.key_up, &e.mouse_down, &e.mouse_move, &e.mouse_up};
+    c.events = Events().InOrder();
     c.enums = {{"eNumberFormat", {{"BrazilFormat", BrazilFormat}, {"USFormat", USFormat}}}};
     c.default_event = "Changed";
     return c;
@@ -214,16 +207,6 @@ ClassInfo& KestuNumberEdit::Info() {
 
 KESTU_REGISTER_CONTROL(KestuNumberEdit)
 
-KestuNumberEdit::KestuNumberEdit()
-    : Click(Events().click),
-      DblClick(Events().dbl_click),
-      Changed(Events().changed),
-      KeyDown(Events().key_down),
-      KeyPress(Events().key_press),
-      KeyUp(Events().key_up),
-      MouseDown(Events().mouse_down),
-      MouseMove(Events().mouse_move),
-      MouseUp(Events().mouse_up),
-      menu_{{{"&Recortar"}, {"&Copiar"}, {"Co&lar"}, {"&Excluir"}, {"-"}, {"&Selecionar Tudo"}}} {}
+KestuNumberEdit::KestuNumberEdit() : EditBox(Events()) {}
 
 }  // namespace kestu

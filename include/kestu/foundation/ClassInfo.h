@@ -224,9 +224,10 @@ class PropertyDecl {
 
   // Keeps `field` in the bag under the property's name, loaded without
   // the setter's side effects.
-  template <typename T>
-  PropertyDecl<C, T> Saved(T C::*field, int save_rank = 0) && {
-    PropertyDecl<C, T> decl(std::move(info_), field);
+  template <typename T, typename Owner>
+  requires std::is_base_of_v<Owner, C> PropertyDecl<C, T> Saved(T Owner::*field,
+                                                                int save_rank = 0) && {
+    PropertyDecl<C, T> decl(std::move(info_), static_cast<T C::*>(field));
     return std::move(decl).Saved(save_rank);
   }
   // A field property keeps its own field.
@@ -312,9 +313,12 @@ PropertyDecl<C> Property(std::string name, std::string type_name, G getter, S se
 // error 6 with nothing stored.
 //   Field<KestuPanel3D>("BorderWidth", "Integer", &KestuPanel3D::border_width_,
 //                       "help", OnSet::NotifyThenRedraw).Saved().Defaults(5)
-template <typename C, typename Exposed = void, typename T>
-PropertyDecl<C, T> Field(std::string name, std::string type_name, T C::*field, std::string help,
-                         OnSet on_set) {
+template <typename C, typename Exposed = void, typename T, typename Owner>
+requires std::is_base_of_v<Owner, C> PropertyDecl<C, T> Field(std::string name,
+                                                              std::string type_name,
+                                                              T Owner::*member, std::string help,
+                                                              OnSet on_set) {
+  T C::*const field = member;  // a member of a base the class shares (an edit box's frame)
   using E = std::conditional_t<std::is_void_v<Exposed>, T, Exposed>;
   PropertyInfo info;
   info.name = std::move(name);
