@@ -21,8 +21,10 @@ auto FindByName(const Range& range, std::string_view name, NameOf name_of)
 template <typename RankOf>
 std::vector<const PropertyInfo*> SavedInOrder(const ClassInfo& info, RankOf rank_of) {
   std::vector<const PropertyInfo*> saved;
-  for (const PropertyInfo& property : info.properties) {
-    if (property.persist) saved.push_back(&property);
+  for (const auto* list : {&info.properties, &info.bag_only}) {
+    for (const PropertyInfo& property : *list) {
+      if (property.persist) saved.push_back(&property);
+    }
   }
   std::stable_sort(saved.begin(), saved.end(), [&](const PropertyInfo* a, const PropertyInfo* b) {
     return rank_of(*a->persist) < rank_of(*b->persist);
@@ -53,10 +55,9 @@ void WriteDeclaredProperties(UserControl& control, PropertyBag& bag) {
 }
 
 void InitDeclaredProperties(UserControl& control) {
-  for (const PropertyInfo& property : control.Class().properties) {
-    if (property.persist && property.persist->initial) {
-      property.persist->store(control, *property.persist->initial);
-    }
+  const auto any_order = [](const PersistInfo&) { return 0; };
+  for (const PropertyInfo* property : SavedInOrder(control.Class(), any_order)) {
+    if (property->persist->initial) property->persist->store(control, *property->persist->initial);
   }
 }
 

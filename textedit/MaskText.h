@@ -10,10 +10,9 @@
 #include <string>
 #include <string_view>
 
-namespace kestu {
+#include "kestu/textedit/KestuTextEdit.h"
 
-// How the text is cased or padded (`ccTextStyle`).
-enum ccTextStyle : int16_t { ccNormal = 0, ccUpperCase = 1, ccLowerCase = 2, ccPadLeft = 3 };
+namespace kestu {
 
 // The box's members the rules work on, by reference.
 struct MaskFields {

@@ -24,8 +24,10 @@ class SavedProperties : public ::testing::TestWithParam<const ClassInfo*> {
   // The keys a control reads back, with their declarations.
   std::vector<const PersistInfo*> ReadKeys() const {
     std::vector<const PersistInfo*> keys;
-    for (const PropertyInfo& p : Class().properties) {
-      if (p.persist && p.persist->store) keys.push_back(&*p.persist);
+    for (const auto* list : {&Class().properties, &Class().bag_only}) {
+      for (const PropertyInfo& p : *list) {
+        if (p.persist && p.persist->store) keys.push_back(&*p.persist);
+      }
     }
     return keys;
   }

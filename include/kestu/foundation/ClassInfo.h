@@ -77,6 +77,9 @@ struct ClassInfo {
   bool is_container = false;
   std::function<std::unique_ptr<UserControl>()> create;
   std::vector<PropertyInfo> properties;  // in the order of the interface
+  // Kept in the property bag with no property of its own: no name reaches
+  // them, only loading and saving.
+  std::vector<PropertyInfo> bag_only;
   std::vector<MethodInfo> methods;
   std::vector<const EventInfo*> events;
   std::vector<EnumInfo> enums;
