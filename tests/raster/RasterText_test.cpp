@@ -42,17 +42,16 @@ TEST_F(RasterText, AStringMeasuresAsTheSumOfItsCharacters) {
   EXPECT_GT(Width("a"), 0);
 }
 
-TEST_F(RasterText, EveryStringHasTheLineHeightOfItsFont) {
+// Every string, empty or hanging below the line, has the line height of
+// its font, and what is drawn lies inside its extent.
+TEST_F(RasterText, EveryStringHasTheLineHeightOfItsFontAndItsInkLiesInside) {
   const int height = raster_.MeasureText(font_, "M").height;
   EXPECT_GT(height, 8);
   EXPECT_LT(height, 20);
-  EXPECT_EQ(raster_.MeasureText(font_, "").height, height);
-  EXPECT_EQ(raster_.MeasureText(font_, "gjpq_").height, height);
-  EXPECT_EQ(raster_.MeasureText(font_, "...").height, height);
+  for (const char* text : {"", "gjpq_", "..."}) {
+    EXPECT_EQ(raster_.MeasureText(font_, text).height, height) << text;
+  }
   EXPECT_GT(raster_.MeasureText({"Test Sans", 22.0}, "M").height, height + 8);
-}
-
-TEST_F(RasterText, DrawnPixelsLieInsideTheExtent) {
   const std::string_view sample = "Mgjpqy|(){}_WQ@";
   const TextExtent extent = raster_.MeasureText(font_, sample);
   raster_.DrawText(font_, sample, 7, 9, kInk, RasterOp::CopyPen);
@@ -64,7 +63,6 @@ TEST_F(RasterText, DrawnPixelsLieInsideTheExtent) {
   EXPECT_LE(ink->bottom, 9 + extent.height);
 }
 
-// The strike crosses the lower-case letters, the whole width of the text.
 TEST_F(RasterText, StrikethroughCrossesTheLowerCaseLetters) {
   FontSpec struck = font_;
   struck.strikethrough = true;
@@ -114,31 +112,31 @@ TEST_F(RasterText, BadUtf8ShowsReplacementCharacters) {
   EXPECT_GT(CountPixels(raster_, kInk), 0);
 }
 
-TEST(FontEngine, DesktopInterfaceFamiliesDrawWithLiberationSans) {
-  FontEngine& engine = FontEngine::Instance();
-  for (const char* family : {"MS Sans Serif", "Microsoft Sans Serif", "Tahoma", "Segoe UI",
-                             "Verdana", "ms sans serif", "TAHOMA"}) {
-    SCOPED_TRACE(family);
-    const FontFile regular = engine.FileFor(family, false, false);
-    EXPECT_EQ(regular.path.filename(), "LiberationSans-Regular.ttf");
-    EXPECT_EQ(regular.synthetic, SyntheticStyle{});
-    const FontFile bold_italic = engine.FileFor(family, true, true);
-    EXPECT_EQ(bold_italic.path.filename(), "LiberationSans-BoldItalic.ttf");
-    EXPECT_EQ(bold_italic.synthetic, SyntheticStyle{});
+// The desktop's interface families draw with Liberation Sans, real files
+// and no synthetic style; installed families are found by their own names
+// in any case; names only the system's font rules know (a metric-compatible
+// alias) lead where those rules send them.
+TEST(FontEngine, FamiliesResolveToTheirFiles) {
+  struct Case {
+    const char* family;
+    bool bold, italic;
+    const char* file;
+  };
+  for (const Case& c : {Case{"MS Sans Serif", false, false, "LiberationSans-Regular.ttf"},
+                        {"ms sans serif", true, true, "LiberationSans-BoldItalic.ttf"},
+                        {"Microsoft Sans Serif", false, false, "LiberationSans-Regular.ttf"},
+                        {"Tahoma", true, true, "LiberationSans-BoldItalic.ttf"},
+                        {"TAHOMA", false, false, "LiberationSans-Regular.ttf"},
+                        {"Segoe UI", true, true, "LiberationSans-BoldItalic.ttf"},
+                        {"Verdana", false, false, "LiberationSans-Regular.ttf"},
+                        {"liberation mono", false, false, "LiberationMono-Regular.ttf"},
+                        {"DejaVu Sans", true, false, "DejaVuSans-Bold.ttf"},
+                        {"Arial", false, false, "LiberationSans-Regular.ttf"},
+                        {"Courier New", false, true, "LiberationMono-Italic.ttf"}}) {
+    const FontFile file = FontEngine::Instance().FileFor(c.family, c.bold, c.italic);
+    EXPECT_EQ(file.path.filename(), c.file) << c.family;
+    EXPECT_EQ(file.synthetic, SyntheticStyle{}) << c.family;
   }
-}
-
-// Installed families are found by their own names, in any case; names
-// that only the system's font rules know (a metric-compatible alias) still
-// lead where those rules send them.
-TEST(FontEngine, FamiliesResolveByNameOrThroughTheSystemsRules) {
-  FontEngine& engine = FontEngine::Instance();
-  EXPECT_EQ(engine.FileFor("liberation mono", false, false).path.filename(),
-            "LiberationMono-Regular.ttf");
-  EXPECT_EQ(engine.FileFor("DejaVu Sans", true, false).path.filename(), "DejaVuSans-Bold.ttf");
-  EXPECT_EQ(engine.FileFor("Arial", false, false).path.filename(), "LiberationSans-Regular.ttf");
-  EXPECT_EQ(engine.FileFor("Courier New", false, true).path.filename(),
-            "LiberationMono-Italic.ttf");
 }
 
 TEST(FontEngine, AFamilyNothingMatchesFallsBackToAnInstalledFont) {
