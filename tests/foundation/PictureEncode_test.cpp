@@ -9,6 +9,7 @@
 #include "foundation/PicturePatterns.h"
 #include "kestu/foundation/RuntimeError.h"
 #include "kestu/foundation/StdPicture.h"
+#include "support/ExpectRuntimeError.h"
 
 namespace kestu {
 namespace {
@@ -74,12 +75,8 @@ TEST(PictureEncode, WritesNoTimeOrOtherOptionalChunk) {
 TEST(PictureEncode, PixelsThatDoNotFitTheSizeAreAnInvalidCall) {
   const std::vector<uint32_t> three(3);
   for (const auto& [width, height] : {std::pair{2, 2}, std::pair{0, 3}, std::pair{3, 0}}) {
-    try {
-      EncodePng(width, height, three);
-      ADD_FAILURE() << width << " x " << height << " was written";
-    } catch (const RuntimeError& error) {
-      EXPECT_EQ(error.Number(), err::kInvalidProcedureCall);
-    }
+    SCOPED_TRACE(testing::Message() << width << " x " << height);
+    ExpectRuntimeError(err::kInvalidProcedureCall, [&] { EncodePng(width, height, three); });
   }
 }
 

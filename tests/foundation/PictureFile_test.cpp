@@ -9,6 +9,7 @@
 #include <fstream>
 #include <string>
 
+#include "copyfile/CopyFileHarness.h"
 #include "foundation/PicturePatterns.h"
 #include "kestu/foundation/RuntimeError.h"
 #include "kestu/foundation/StdPicture.h"
@@ -21,14 +22,6 @@ namespace fs = std::filesystem;
 
 class PictureFile : public testing::Test {
  protected:
-  void SetUp() override {
-    folder_ =
-        fs::temp_directory_path() / ("kestu-picture-" + std::to_string(::getpid()) + "-" +
-                                     testing::UnitTest::GetInstance()->current_test_info()->name());
-    fs::create_directories(folder_);
-  }
-  void TearDown() override { fs::remove_all(folder_); }
-
   fs::path Write(const std::string& name, const std::string& content) {
     const fs::path path = folder_ / name;
     std::ofstream(path, std::ios::binary) << content;
@@ -48,7 +41,7 @@ class PictureFile : public testing::Test {
     }
   }
 
-  fs::path folder_;
+  copytest::TempFolder folder_;
 };
 
 TEST_F(PictureFile, LoadsTheSameAsTheBytes) {
@@ -57,18 +50,15 @@ TEST_F(PictureFile, LoadsTheSameAsTheBytes) {
   EXPECT_EQ(*from_file, *from_bytes);
 }
 
-TEST_F(PictureFile, MissingFileIsFileNotFoundNamingIt) {
-  EXPECT_TRUE(FailsWith(folder_ / "absent.png", err::kFileNotFound));
-}
-
-TEST_F(PictureFile, FolderIsAnAccessError) {
-  EXPECT_TRUE(FailsWith(folder_, err::kPathFileAccessError));
-}
-
-TEST_F(PictureFile, NamedPipeIsAnAccessErrorWithoutWaitingForAWriter) {
+// A named pipe is refused without waiting for a writer.
+TEST_F(PictureFile, EachFaultIsItsHostErrorNamingThePath) {
   const fs::path pipe = folder_ / "pipe.png";
   ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+  EXPECT_TRUE(FailsWith(folder_ / "absent.png", err::kFileNotFound));
+  EXPECT_TRUE(FailsWith(folder_.Path(), err::kPathFileAccessError));
   EXPECT_TRUE(FailsWith(pipe, err::kPathFileAccessError));
+  EXPECT_TRUE(FailsWith(Write("notes.png", "not a picture at all"), err::kInvalidPicture));
+  EXPECT_TRUE(FailsWith(Write("empty.bmp", ""), err::kInvalidPicture));
 }
 
 TEST_F(PictureFile, UnreadableFileIsPermissionDenied) {
@@ -76,11 +66,6 @@ TEST_F(PictureFile, UnreadableFileIsPermissionDenied) {
   const fs::path path = Write("locked.png", "locked");
   fs::permissions(path, fs::perms::none);
   EXPECT_TRUE(FailsWith(path, err::kPermissionDenied));
-}
-
-TEST_F(PictureFile, UndecodableFileIsInvalidPictureNamingIt) {
-  EXPECT_TRUE(FailsWith(Write("notes.png", "not a picture at all"), err::kInvalidPicture));
-  EXPECT_TRUE(FailsWith(Write("empty.bmp", ""), err::kInvalidPicture));
 }
 
 }  // namespace

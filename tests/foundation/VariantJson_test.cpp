@@ -53,29 +53,5 @@ TEST(VariantJson, ABagHoldsAtMostSoManyProperties) {
       "f.json: more than 4096 properties");
 }
 
-TEST(VariantJson, ContextLeadsEveryMessage) {
-  ExpectRuntimeError(
-      err::kInvalidPropertyValue,
-      [] {
-        VariantFromJson(nlohmann::ordered_json::array(), R"(form1.json: control "n1": key "X")");
-      },
-      R"(form1.json: control "n1": key "X": expected a value, found array)");
-  ExpectRuntimeError(
-      err::kInvalidPropertyValue,
-      [] { BagFromJson(nlohmann::ordered_json("text"), R"(form1.json: control "n1")"); },
-      R"(form1.json: control "n1": expected an object of properties)");
-}
-
-TEST(VariantJson, BagsNestInsideLargerDocuments) {
-  PropertyBag bag;
-  bag.WriteProperty("Value", 12.5);
-  bag.WriteProperty("Caption", "Total");
-  nlohmann::ordered_json form;
-  form["Name"] = "Form1";
-  form["Bag"] = BagToJson(bag);
-  const auto reread = ParseJsonStrict(form.dump(), "form1.json");
-  EXPECT_TRUE(BagFromJson(reread["Bag"], "form1.json") == bag);
-}
-
 }  // namespace
 }  // namespace kestu

