@@ -41,16 +41,14 @@ TEST(PopupMenu, LayoutItemsInsideTheFrame) {
   }
 }
 
-TEST(PopupMenu, OnlyEnabledItemsCanBeChosenByPointer) {
-  const PopupMenu menu = EditMenu();
+// Only an enabled item can be chosen by the pointer; any item but a
+// separator lights up under it.
+TEST(PopupMenu, PointerChoosesEnabledItemsAndHighlightsAllButSeparators) {
+  PopupMenu menu = EditMenu();
   EXPECT_EQ(menu.ChoiceAt(20, MiddleOf(menu, 1)), std::nullopt);  // disabled
   EXPECT_EQ(menu.ChoiceAt(20, MiddleOf(menu, 4)), std::nullopt);  // separator
   EXPECT_EQ(menu.ChoiceAt(20, MiddleOf(menu, 2)), 2);
   EXPECT_EQ(menu.ChoiceAt(20, 0), std::nullopt);
-}
-
-TEST(PopupMenu, PointerHighlightsItemsButNotSeparators) {
-  PopupMenu menu = EditMenu();
   menu.PointAt(20, MiddleOf(menu, 1));
   EXPECT_EQ(menu.Highlighted(), 1);  // a disabled item still lights up
   menu.PointAt(20, MiddleOf(menu, 4));
@@ -91,11 +89,8 @@ TEST(PopupMenu, EnterEscapeAndAccessKeys) {
   EXPECT_EQ(EditMenu().PressKey('L').chosen, 2);  // the marked letter, not the first
   EXPECT_FALSE(EditMenu().PressKey('C').closed);  // "&Copiar" is disabled
   EXPECT_FALSE(EditMenu().PressKey('Q').closed);
-}
-
-TEST(PopupMenu, DoubledAmpersandIsNoAccessKey) {
-  PopupMenu menu({{"A && B", true}, {"&Bold", true}});
-  EXPECT_EQ(menu.PressKey('B').chosen, 1);
+  // A doubled ampersand is no access key.
+  EXPECT_EQ(PopupMenu({{"A && B", true}, {"&Bold", true}}).PressKey('B').chosen, 1);
 }
 
 TEST(PopupMenu, PictureShowsHighlightFrameAndGreyedText) {

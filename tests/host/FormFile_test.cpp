@@ -123,16 +123,6 @@ TEST_F(FormFileTest, MalformedFilesAreRefusedWhole) {
                 6, "bad.json: control 'a'");
 }
 
-TEST_F(FormFileTest, AMissingFileIsFileNotFound) {
-  try {
-    LoadFormFile(host_, "/nonexistent/form.json");
-    FAIL();
-  } catch (const RuntimeError& error) {
-    EXPECT_EQ(error.Number(), err::kFileNotFound);
-  }
-  EXPECT_NE(host_.FindControl("a"), nullptr);
-}
-
 TEST_F(FormFileTest, AKeyNoControlKnowsIsAWarningNamingTheFileTheControlAndTheKey) {
   std::string text = Text();
   text.replace(text.find("\"Properties\": {"), 15, "\"Properties\": {\"Captoin\": \"x\",");

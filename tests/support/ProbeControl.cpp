@@ -1,7 +1,6 @@
 #include "support/ProbeControl.h"
 
 #include "kestu/foundation/Integer.h"
-#include "kestu/foundation/KestuControlsAPI.h"
 #include "kestu/foundation/PropertyBag.h"
 
 namespace kestu {
@@ -143,70 +142,10 @@ void ProbeControl::UserControl_Resize() {
   if (Width() < static_cast<float>(min_width_)) SetWidth(static_cast<float>(min_width_));
 }
 
-void ProbeControl::UserControl_AmbientChanged(const std::string& name) {
-  Report("AmbientChanged " + name);
-}
-
-void ProbeControl::UserControl_AccessKeyPress(int16_t& key_ascii) {
-  Report("AccessKeyPress " + std::to_string(key_ascii));
-}
-
-void ProbeControl::UserControl_KeyDown(int16_t& key_code, int16_t& shift) {
-  (void)RaiseEvent(KeyDown, key_code, shift);
-}
-
-void ProbeControl::UserControl_KeyPress(int16_t& key_ascii) {
-  if (!RaiseEvent(KeyPress, key_ascii)) return;
-  last_key_ = key_ascii;
-}
-
-void ProbeControl::UserControl_KeyUp(int16_t& key_code, int16_t& shift) {
-  (void)RaiseEvent(KeyUp, key_code, shift);
-}
-
-void ProbeControl::UserControl_MouseDown(int16_t& button, int16_t& shift, float& x, float& y) {
-  (void)RaiseEvent(MouseDown, button, shift, x, y);
-}
-
-void ProbeControl::UserControl_MouseMove(int16_t& button, int16_t& shift, float& x, float& y) {
-  (void)RaiseEvent(MouseMove, button, shift, x, y);
-}
-
-void ProbeControl::UserControl_MouseUp(int16_t& button, int16_t& shift, float& x, float& y) {
-  (void)RaiseEvent(MouseUp, button, shift, x, y);
-}
-
-void ProbeControl::SetCaption(std::string caption) {
-  caption_ = std::move(caption);
-  PropertyChanged("Caption");
-}
-
-void ProbeControl::SetNumber(int16_t number) {
-  number_ = number;
-  PropertyChanged("Number");
-}
-
-void ProbeControl::SetColor(OLE_COLOR color) {
-  color_ = color;
-  PropertyChanged("Color");
-}
-
 void ProbeControl::ShowCaret() {
   KestuControlsAPI::CreateCaret(hWnd(), 0, 1, 13);
   KestuControlsAPI::SetCaretPos(3, 2);
   KestuControlsAPI::ShowCaret(hWnd());
-}
-
-void ProbeControl::HideCaret() {
-  KestuControlsAPI::HideCaret(hWnd());
-}
-
-void ProbeControl::Capture() {
-  KestuControlsAPI::SetCapture(hWnd());
-}
-
-void ProbeControl::Release() {
-  KestuControlsAPI::ReleaseCapture();
 }
 
 void ProbeControl::Popup() {
@@ -215,22 +154,10 @@ void ProbeControl::Popup() {
   (void)RaiseEvent(Menu, index);
 }
 
-void ProbeControl::CopyText() {
-  ClipboardSetText(ClipboardGetText() + "!");
-}
-
 void ProbeControl::DrawCaption() {
   RECT rect{2, 2, 60, 20};
   KestuControlsAPI::DrawTextA(hDC(), "Probe", -1, rect, dt::kNoClip);
   KestuControlsAPI::DrawFocusRect(hDC(), RECT{1, 1, 61, 21});
-}
-
-void ProbeControl::FocusSelf() {
-  KestuControlsAPI::SetFocus(hWnd());
-}
-
-void ProbeControl::Disable() {
-  KestuControlsAPI::EnableWindow(hWnd(), 0);
 }
 
 std::string ProbeControl::Where() {
@@ -241,14 +168,6 @@ std::string ProbeControl::Where() {
   return std::to_string(rect.Left) + "," + std::to_string(rect.Top) + "," +
          std::to_string(rect.Right) + "," + std::to_string(rect.Bottom) + " " +
          std::to_string(cursor.x) + "," + std::to_string(cursor.y);
-}
-
-bool ProbeControl::FormIsActive() {
-  return KestuControlsAPI::GetActiveWindow() == Container().FormHwnd();
-}
-
-bool ProbeControl::HasFocus() {
-  return KestuControlsAPI::GetFocus() == hWnd();
 }
 
 void ProbeControl::RaiseColored() {

@@ -8,9 +8,11 @@
 
 #include <cstdint>
 #include <string>
+#include <utility>
 
 #include "kestu/foundation/ClassInfo.h"
 #include "kestu/foundation/Event.h"
+#include "kestu/foundation/KestuControlsAPI.h"
 #include "kestu/foundation/UserControl.h"
 
 namespace kestu {
@@ -42,16 +44,32 @@ class ProbeControl : public UserControl {
   void UserControl_Show() override { Report("Show"); }
   void UserControl_Paint() override { Report("Paint"); }
   void UserControl_Terminate() override { Report("Terminate"); }
-  void UserControl_AmbientChanged(const std::string& name) override;
-  void UserControl_AccessKeyPress(int16_t& key_ascii) override;
+  void UserControl_AmbientChanged(const std::string& name) override {
+    Report("AmbientChanged " + name);
+  }
+  void UserControl_AccessKeyPress(int16_t& key_ascii) override {
+    Report(std::string("AccessKeyPress ").append(std::to_string(key_ascii)));
+  }
   void UserControl_GotFocus() override { Report("GotFocus"); }
   void UserControl_LostFocus() override { Report("LostFocus"); }
-  void UserControl_KeyDown(int16_t& key_code, int16_t& shift) override;
-  void UserControl_KeyPress(int16_t& key_ascii) override;
-  void UserControl_KeyUp(int16_t& key_code, int16_t& shift) override;
-  void UserControl_MouseDown(int16_t& button, int16_t& shift, float& x, float& y) override;
-  void UserControl_MouseMove(int16_t& button, int16_t& shift, float& x, float& y) override;
-  void UserControl_MouseUp(int16_t& button, int16_t& shift, float& x, float& y) override;
+  void UserControl_KeyDown(int16_t& code, int16_t& shift) override {
+    (void)RaiseEvent(KeyDown, code, shift);
+  }
+  void UserControl_KeyPress(int16_t& key_ascii) override {
+    if (RaiseEvent(KeyPress, key_ascii)) last_key_ = key_ascii;
+  }
+  void UserControl_KeyUp(int16_t& code, int16_t& shift) override {
+    (void)RaiseEvent(KeyUp, code, shift);
+  }
+  void UserControl_MouseDown(int16_t& button, int16_t& shift, float& x, float& y) override {
+    (void)RaiseEvent(MouseDown, button, shift, x, y);
+  }
+  void UserControl_MouseMove(int16_t& button, int16_t& shift, float& x, float& y) override {
+    (void)RaiseEvent(MouseMove, button, shift, x, y);
+  }
+  void UserControl_MouseUp(int16_t& button, int16_t& shift, float& x, float& y) override {
+    (void)RaiseEvent(MouseUp, button, shift, x, y);
+  }
   void UserControl_Click() override { (void)RaiseEvent(Click); }
   void UserControl_DblClick() override { (void)RaiseEvent(DblClick); }
   bool CanGetFocus() const override { return true; }
@@ -60,11 +78,11 @@ class ProbeControl : public UserControl {
 
   // ---- Properties ----
   std::string Caption() const { return caption_; }
-  void SetCaption(std::string caption);
+  void SetCaption(std::string caption) { Changed(caption_, std::move(caption), "Caption"); }
   int16_t Number() const { return number_; }
-  void SetNumber(int16_t number);
+  void SetNumber(int16_t number) { Changed(number_, number, "Number"); }
   OLE_COLOR Color() const { return color_; }
-  void SetColor(OLE_COLOR color);
+  void SetColor(OLE_COLOR color) { Changed(color_, color, "Color"); }
   double Ratio() const { return ratio_; }
   void SetRatio(double ratio) { ratio_ = ratio; }
   // Any value, kept as given.
@@ -80,23 +98,28 @@ class ProbeControl : public UserControl {
 
   // ---- Methods ----
   void ShowCaret();
-  void HideCaret();
-  void Capture();
-  void Release();
+  void HideCaret() { KestuControlsAPI::HideCaret(hWnd()); }
+  void Capture() { KestuControlsAPI::SetCapture(hWnd()); }
+  void Release() { KestuControlsAPI::ReleaseCapture(); }
   void Popup();
-  void CopyText();
+  void CopyText() { ClipboardSetText(ClipboardGetText() + "!"); }
   void Ring() { Beep(); }
   void DrawCaption();
-  void FocusSelf();
-  void Disable();
+  void FocusSelf() { KestuControlsAPI::SetFocus(hWnd()); }
+  void Disable() { KestuControlsAPI::EnableWindow(hWnd(), 0); }
   // "L,T,R,B x,y": the window's rectangle and the cursor, in screen pixels.
   std::string Where();
-  bool FormIsActive();
-  bool HasFocus();
+  bool FormIsActive() { return KestuControlsAPI::GetActiveWindow() == Container().FormHwnd(); }
+  bool HasFocus() { return KestuControlsAPI::GetFocus() == hWnd(); }
   void RaiseColored();
 
  private:
   void Report(std::string procedure) { (void)RaiseEvent(Called, procedure); }
+  template <typename T>
+  void Changed(T& field, T value, const char* name) {
+    field = std::move(value);
+    PropertyChanged(name);
+  }
 
   std::string caption_;
   int16_t number_ = 0;
