@@ -13,6 +13,7 @@
 #include "kestu/host/Host.h"
 #include "kestu/host/Snapshot.h"
 #include "kestu/numberedit/KestuNumberEdit.h"
+#include "kestu/textedit/KestuTextEdit.h"
 #include "support/Golden.h"
 
 namespace kestu {
@@ -109,6 +110,37 @@ TEST_F(ControlLooks, NumberEdit) {
   host_.SetFocus(boxes[6]);
   host_.SetFocus(boxes[7]);
   ExpectGolden("numberedit");
+}
+
+// A date mask half typed; a phone mask; upper case; padded on the left;
+// a text longer than the box, scrolled to its caret at the end; disabled;
+// locked; part selected with the focus, plain and as a raised plate.
+TEST_F(ControlLooks, TextEdit) {
+  const std::vector<HostedControl*> boxes =
+      Place(KestuTextEdit::Info(), 1500, 315,
+            {{{"Mask", Variant("99/99/9999")}, {"Text", Variant("2311")}},
+             {{"Mask", Variant("(99) 9999-9999")}, {"Text", Variant("1155550123")}},
+             {{"TextStyle", Variant(ccUpperCase)}, {"Text", Variant("ação")}},
+             {{"MaxLength", Variant(6)},
+              {"TextStyle", Variant(ccPadLeft)},
+              {"FillChar", Variant("0")},
+              {"Text", Variant("42")}},
+             {{"Text", Variant("a text far longer than the box")}},
+             {{"Enabled", Variant::Boolean(false)}, {"Text", Variant("disabled")}},
+             {{"Locked", Variant::Boolean(true)}, {"Text", Variant("locked")}},
+             {{"Text", Variant("selected")}, {"AutoSelect", Variant::Boolean(false)}},
+             {{"Text", Variant("selected")},
+              {"Selection3D", Variant::Boolean(true)},
+              {"AutoSelect", Variant::Boolean(false)}}});
+  for (size_t i : {2u, 3u}) {
+    boxes[i]->Control().GetProperty("Text");  // reading cases and pads the text
+  }
+  static_cast<KestuTextEdit&>(boxes[4]->Control()).SetPosition(30);  // scrolled to the end
+  for (HostedControl* box : {boxes[7], boxes[8]}) {
+    host_.SetFocus(box);
+    static_cast<KestuTextEdit&>(box->Control()).SetSelectedText(2, 4);
+  }
+  ExpectGolden("textedit");
 }
 
 }  // namespace
