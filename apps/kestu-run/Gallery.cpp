@@ -15,7 +15,7 @@ namespace kestu {
 namespace {
 
 constexpr int kTwipsPerPixel = 15;
-constexpr int kWidth = 660;  // pixels
+constexpr int kWidth = 960;  // pixels
 constexpr int kHeight = 400;
 constexpr FontSpec kCaptionFont{.name = "MS Sans Serif", .pixel_size = 11.0};
 constexpr FontSpec kHeadingFont{.name = "MS Sans Serif", .pixel_size = 11.0, .bold = true};
@@ -47,6 +47,7 @@ Gallery::Gallery(Host& host) : host_(host) {
   form_ = &host.CreateForm("Gallery", kWidth * kTwipsPerPixel, kHeight * kTwipsPerPixel);
   form_->SetCaption("Kestu controls gallery");
   AddNumberEdits();  // first in tab order: the first box takes the focus
+  AddTextEdits();
   AddPanels();
   AddLines();
   AddCopiers();
@@ -139,6 +140,49 @@ void Gallery::AddNumberEdits() {
         Place(host_, *form_, "KestuNumberEdit", sample.name, 340, y, 130, 21, properties);
     if (box && y == 30) host_.SetFocus(box);
     Label(480, y + 4, sample.caption);
+    y += 28;
+  }
+}
+
+void Gallery::AddTextEdits() {
+  if (!ControlRegistry::Instance().Find("KestuTextEdit")) return;
+  Label(670, 8, "Masked edit box (KestuTextEdit)", true);
+  struct Sample {
+    const char* name;
+    const char* caption;
+    std::vector<std::pair<const char*, Variant>> properties;
+  };
+  const Sample samples[] = {
+      {"date",
+       "date: 99/99/9999",
+       {{"Mask", Variant("99/99/9999")}, {"Text", Variant("23112026")}}},
+      {"phone",
+       "phone: (99) 9999-9999",
+       {{"Mask", Variant("(99) 9999-9999")}, {"Text", Variant("1155550123")}}},
+      {"postcode",
+       "postal code: 99999-999",
+       {{"Mask", Variant("99999-999")}, {"Text", Variant("")}}},
+      {"upper",
+       "upper case",
+       {{"TextStyle", Variant(Constant("ccUpperCase"))}, {"Text", Variant("são paulo")}}},
+      {"padded",
+       "padded on the left with 0",
+       {{"MaxLength", Variant(static_cast<int16_t>(8))},
+        {"TextStyle", Variant(Constant("ccPadLeft"))},
+        {"FillChar", Variant("0")},
+        {"Text", Variant("1234")}}},
+      {"textdisabled",
+       "disabled",
+       {{"Text", Variant("disabled")}, {"Enabled", Variant::Boolean(false)}}},
+      {"textlocked", "locked", {{"Text", Variant("locked")}, {"Locked", Variant::Boolean(true)}}},
+  };
+  int y = 30;
+  for (const Sample& sample : samples) {
+    HostedControl* box =
+        Place(host_, *form_, "KestuTextEdit", sample.name, 670, y, 110, 21, sample.properties);
+    // Reading the text applies its style, as the box does when asked.
+    if (box) box->Control().GetProperty("Text");
+    Label(790, y + 4, sample.caption);
     y += 28;
   }
 }

@@ -33,6 +33,7 @@ class Gallery {
   void AddPanels();
   void AddLines();
   void AddNumberEdits();
+  void AddTextEdits();
   void AddCopiers();
   void Label(int x, int y, std::string text, bool heading = false);
   void DrawCaptions();
