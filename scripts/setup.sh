@@ -10,7 +10,7 @@ packages=(
   libsdl2-dev libx11-dev
   libgtest-dev libgmock-dev libbenchmark-dev
   clang libclang-rt-14-dev
-  xvfb openbox xdotool xclip x11-utils
+  xvfb openbox xdotool xclip x11-utils x11-xkb-utils
   locales
 )
 

@@ -408,11 +408,22 @@ void KestuTextEdit::UserControl_KeyPress(int16_t& key_ascii) {
 
 // ---- Mouse and context menu ----
 
+int KestuTextEdit::EndOfTyped() const {
+  int end = Length();
+  while (end > 0 && (text_[static_cast<size_t>(end - 1)] == U' ' ||
+                     (!mask_.empty() && !IsPlaceholder(end - 1)))) {
+    --end;
+  }
+  return end;
+}
+
 int KestuTextEdit::BoundaryAt(float x_twips) {
+  // Past what was typed the caret stops just after it: an empty date box
+  // clicked anywhere starts at its first place.
   const int x_px = ToPixelsX(x_twips);
   int best = 0;
   int best_distance = INT32_MAX;
-  for (int i = 0; i <= Length(); ++i) {
+  for (int i = 0; i <= EndOfTyped(); ++i) {
     const int distance = std::abs(text_left_px_ + TextPixels(i) - x_px);
     if (distance < best_distance) {
       best = i;
@@ -504,9 +515,11 @@ void KestuTextEdit::Redraw() {
   if (caret_px < left_text_) left_text_ = Narrow(caret_px);
   text_left_px_ = 3 - left_text_;
 
+  // Measured only when drawn: each measure is a pass over the text.
   const bool selected = HasSelection() && has_focus_ && AmbientUserMode();
-  const int selection_left_px = text_left_px_ + TextPixels(SelStart());
-  const int selection_right_px = text_left_px_ + TextPixels(SelStart() + SelLength());
+  const int selection_left_px = selected ? text_left_px_ + TextPixels(SelStart()) : 0;
+  const int selection_right_px =
+      selected ? text_left_px_ + TextPixels(SelStart() + SelLength()) : 0;
   if (selected && selection_3d_) {
     DrawSelectionPlate(PixelsX(selection_left_px - 2), PixelsY(top_px - 1),
                        PixelsX(selection_right_px + 1), PixelsY(top_px + line_height_px));

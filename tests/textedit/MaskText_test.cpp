@@ -9,8 +9,11 @@
 #include <random>
 #include <string>
 
+#include "kestu/foundation/Keys.h"
 #include "kestu/foundation/RuntimeError.h"
 #include "kestu/foundation/Text.h"
+#include "kestu/host/Host.h"
+#include "kestu/textedit/KestuTextEdit.h"
 #include "support/ExpectRuntimeError.h"
 
 namespace kestu {
@@ -215,47 +218,62 @@ TEST(MaskText, LosingTheFocusPadsAndFallsBackToTheDefault) {
   EXPECT_EQ(blank.text, U"xx");
 }
 
-// Whatever is typed at each place of whatever mask, the merged text keeps
-// the mask's literals where they are, holds at each placeholder only what
-// the character test takes there (or a space where nothing was taken), and
-// gives one character per placeholder without its literals.
-TEST(MaskText, TypedTextMergedKeepsTheMaskWhateverIsTyped) {
+// Whatever is typed or pasted into a box with whatever mask, its text,
+// merged, keeps the mask's literals where they are, holds at each
+// placeholder only what the character test takes there (or a space where
+// nothing was taken), and gives one character per placeholder without its
+// literals.
+TEST(MaskText, TypedOrPastedTextKeepsTheMaskWhateverIsTyped) {
   std::mt19937 random(20261123);
   const std::u32string places = U"#9XAaCc-/() .,:";
-  const std::u32string typed_from = U"09a Z.,-ç%é/x";
-  for (int round = 0; round < 500; ++round) {
-    Box box;
+  const std::string typed_from = "09a Z.,-%/x\xC3\xA7\xC3\xA9";  // and ç, é
+  Host host;
+  Form& form = host.CreateForm("Form1", 6000, 3000);
+  for (int round = 0; round < 300; ++round) {
+    HostedControl& site = host.NewControl(form, KestuTextEdit::Info(), "t");
+    auto& box = static_cast<KestuTextEdit&>(site.Control());
+    std::u32string mask;
     const int length = 1 + static_cast<int>(random() % 12);
-    for (int i = 0; i < length; ++i) box.mask.push_back(places[random() % places.size()]);
-    // Typed as the box types: over the merged text, one place at a time.
-    box.Rules().ApplyMask();
-    for (int i = 1; i <= length; ++i) {
-      if (!MaskText::IsMaskChar(box.mask[static_cast<size_t>(i - 1)])) continue;
-      std::u32string c(1, typed_from[random() % typed_from.size()]);
-      if (box.Rules().IsValidChar(c, static_cast<int16_t>(i)).accepted) {
-        box.text[static_cast<size_t>(i - 1)] = c.front();
+    for (int i = 0; i < length; ++i) mask.push_back(places[random() % places.size()]);
+    box.SetProperty("Mask", Variant(EncodeUtf8(mask)));
+    box.SetProperty("Text", Variant(""));
+    host.SetFocus(&site);
+    const std::u32string input = DecodeUtf8(typed_from);
+    for (int i = 0; i < 2 * length; ++i) {
+      const std::string c = EncodeUtf8(std::u32string(1, input[random() % input.size()]));
+      if (random() % 4 == 0) {
+        host.SetClipboardText(c + c);
+        host.User().KeyDown(form, 'V', shift::kCtrl);
+      } else {
+        host.User().Text(form, c);
       }
     }
-    box.Rules().ApplyMask();
-    SCOPED_TRACE(EncodeUtf8(box.mask).append(" -> ").append(EncodeUtf8(box.text)));
-    ASSERT_GE(box.text.size(), box.mask.size());
+    box.SetProperty("LeftText", Variant(int16_t{0}));  // one more redraw merges the text
+    const std::u32string text = box.StoredText();
+    SCOPED_TRACE(EncodeUtf8(mask).append(" -> ").append(EncodeUtf8(text)));
+    ASSERT_GE(text.size(), mask.size());
     int placeholders = 0;
     for (int i = 1; i <= length; ++i) {
-      const char32_t m = box.mask[static_cast<size_t>(i - 1)];
-      const char32_t stored = box.text[static_cast<size_t>(i - 1)];
+      const char32_t m = mask[static_cast<size_t>(i - 1)];
+      const char32_t stored = text[static_cast<size_t>(i - 1)];
       if (!MaskText::IsMaskChar(m)) {
         EXPECT_EQ(stored, m);
         continue;
       }
       ++placeholders;
-      if (stored == U' ') continue;  // a place nothing was typed at
-      Box alone = box;               // the text as the character met it, typed left to right
-      alone.text.resize(static_cast<size_t>(i - 1));
+      if (stored == U' ') continue;  // a place nothing was taken at
+      // The test as the character met it: the text before it, with no
+      // decimal comma of its own yet.
+      Box alone;
+      alone.mask = mask;
+      alone.text = text.substr(0, static_cast<size_t>(i - 1));
       std::u32string again(1, stored);
       EXPECT_TRUE(alone.Rules().IsValidChar(again, static_cast<int16_t>(i)).accepted);
       EXPECT_EQ(again, std::u32string(1, stored));
     }
-    EXPECT_EQ(box.Rules().StripLiterals().size(), static_cast<size_t>(placeholders));
+    EXPECT_EQ(DecodeUtf8(box.GetProperty("TextWithoutMask").ToString()).size(),
+              static_cast<size_t>(placeholders));
+    host.RemoveControl(site);
   }
 }
 

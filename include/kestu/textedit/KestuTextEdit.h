@@ -108,6 +108,9 @@ class KestuTextEdit : public EditBox {
   OLE_COLOR TextColor() const;
   int TextPixels(int characters);
   int BoundaryAt(float x_twips);
+  // Just after the last character typed (literals and spaces after it
+  // do not count).
+  int EndOfTyped() const;
 
   // Fields start blank: a loaded box reads its keys with its declared
   // defaults.
