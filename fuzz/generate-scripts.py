@@ -11,7 +11,7 @@ usage: generate-scripts.py FOLDER [COUNT] [SEED]"""
 import random
 import sys
 
-CLASSES = ["KestuNumberEdit", "KestuPanel3D", "KestuLine3D", "KestuCopyFile"]
+CLASSES = ["KestuNumberEdit", "KestuTextEdit", "KestuPanel3D", "KestuLine3D", "KestuCopyFile"]
 # Each class's own properties and methods (a name a class lacks stops the
 # script as a bad line), and the extender's, which every control has.
 PROPERTIES = {
@@ -20,6 +20,12 @@ PROPERTIES = {
                         "IntMaxLength", "DecMaxLength", "Font", "Enabled", "Selection3D",
                         "AutoSelect", "AllowNegative", "ThSeparator", "NumberFormat", "Locked",
                         "dcDataValue"],
+    "KestuTextEdit": ["Border3D", "Shadow", "ShadowColor", "BackColor", "ForeColor",
+                      "SelectColor", "Text", "Mask", "MaxLength", "IncludeLiterals", "TextStyle",
+                      "FillChar", "Enabled", "Font", "Selection3D", "AutoSelect", "DefaultValue",
+                      "Locked", "DisabledColor", "LockedColor", "TopText", "LeftText", "SelStart",
+                      "CursorPos", "SelLength", "IsEmpty", "TextWithoutMask", "SelText",
+                      "dcDataValue"],
     "KestuPanel3D": ["Light3DColor", "Shadow3DColor", "BackColor", "BorderOut", "BorderIn",
                      "BorderWidth"],
     "KestuLine3D": ["Light3DColor", "Shadow3DColor", "LineStyle", "LineOrientation"],
@@ -28,10 +34,12 @@ PROPERTIES = {
 }
 EXTENDER = ["Left", "Top", "Width", "Height", "Visible", "TabIndex", "Align", "ToolTipText"]
 METHODS = {"KestuNumberEdit": ["SelectAll", "XFocus"], "KestuCopyFile": ["BeginCopyFile"],
+           "KestuTextEdit": ["SelectAll", "XFocus", "SetPosition", "SetSelectedText",
+                             "IsValidChar"],
            "KestuPanel3D": [], "KestuLine3D": []}
 NUMBERS = ["0", "1", "-1", "2", "15", "255", "32767", "-32768", "65535", "2147483647",
            "-2147483648", "1E+15", "-1E+15", "0.5", "1234567.891", "1E+308", "0x80000005"]
-STRINGS = ['""', '"a"', '"1,5"', '"\\xFF\\xFE"', '"&&&"', '"\\u{1F600}"', '"' + "9" * 300 + '"']
+STRINGS = ['""', '"a"', '"1,5"', '"99/99/9999"', '"(999) AAA-aaXCc#"', '"ç"', '"\\xFF\\xFE"', '"&&&"', '"\\u{1F600}"', '"' + "9" * 300 + '"']
 WORDS = ["True", "False", "Empty", "Null", "Nothing", "KSTPN_Raised", "LnVertical",
          'font("DejaVu Sans", 9.75, bold)', 'picture("nowhere.png")']
 

@@ -122,7 +122,7 @@ std::string KestuTextEdit::TextWithoutMask() const {
 void KestuTextEdit::SetSelText(const std::string& text) {
   bool accepted = true;
   for (char32_t c : DecodeUtf8(text)) {
-    if (!InsertCharacter(std::u32string(1, c))) accepted = false;
+    if (!InsertCharacter(std::u32string(1, c), false)) accepted = false;
   }
   if (accepted) anchor_ = cursor_;
   Redraw();
@@ -236,7 +236,7 @@ void KestuTextEdit::EraseSelection(bool by_user) {
   ChangeText(std::move(text), caret, by_user);
 }
 
-bool KestuTextEdit::InsertCharacter(std::u32string character) {
+bool KestuTextEdit::InsertCharacter(std::u32string character, bool by_user) {
   int caret = cursor_;
   std::u32string text = HasSelection() ? WithoutSelection(caret) : text_;
   if (!mask_.empty()) {
@@ -259,14 +259,14 @@ bool KestuTextEdit::InsertCharacter(std::u32string character) {
   }
   if (mask_.empty()) {
     text.insert(static_cast<size_t>(caret), character);
-    ChangeText(std::move(text), caret + static_cast<int>(character.size()), true);
+    ChangeText(std::move(text), caret + static_cast<int>(character.size()), by_user);
     return true;
   }
   if (static_cast<int>(text.size()) <= caret) text.resize(static_cast<size_t>(caret) + 1, U' ');
   text[static_cast<size_t>(caret)] = character.front();
   int next = caret + 1;
   while (next < static_cast<int>(mask_.size()) && !IsPlaceholder(next)) ++next;
-  ChangeText(std::move(text), next, true);
+  ChangeText(std::move(text), next, by_user);
   return true;
 }
 
@@ -333,11 +333,17 @@ void KestuTextEdit::Copy() {
 void KestuTextEdit::Paste() {
   // Each character goes through the typing routine: a paste is exactly
   // what typing it would give, letters refused at digit places included.
+  // It is one edit: one undo step, one Changed.
   if (locked_) return;
+  const std::u32string before = text_;
+  const int16_t caret_before = cursor_;
   for (char32_t c : DecodeUtf8(ClipboardGetText())) {
-    if (c < 32) continue;
-    InsertCharacter(std::u32string(1, c));
+    if (c >= 32) InsertCharacter(std::u32string(1, c), false);
   }
+  if (text_ == before) return;
+  undo_text_ = before;
+  undo_cursor_ = caret_before;
+  RaiseChanged();
 }
 
 void KestuTextEdit::Undo() {
@@ -365,14 +371,14 @@ void KestuTextEdit::UserControl_KeyDown(int16_t& key_code, int16_t& shift) {
         return SelectAll();
       case 'Z':
         return Undo();
-      case key::kLeft:
-        return MoveCaret(WordBoundary(cursor_, -1), false);
-      case key::kRight:
-        return MoveCaret(WordBoundary(cursor_, 1), false);
       default:
-        return;
+        break;
     }
   }
+  if (with_ctrl && (key_code == key::kLeft || key_code == key::kRight)) {
+    return MoveCaret(WordBoundary(cursor_, key_code == key::kLeft ? -1 : 1), with_shift);
+  }
+  if (with_ctrl && !with_shift) return;
   switch (key_code) {
     case key::kHome:
       return MoveCaret(0, with_shift);
@@ -403,7 +409,7 @@ void KestuTextEdit::UserControl_KeyPress(int16_t& key_ascii) {
   // Only 32 to 255 are characters the box types; Escape and Backspace
   // are not among them.
   if (key_ascii < 32 || key_ascii > 255) return;
-  InsertCharacter(std::u32string(1, static_cast<char32_t>(key_ascii)));
+  InsertCharacter(std::u32string(1, static_cast<char32_t>(key_ascii)), true);
 }
 
 // ---- Mouse and context menu ----

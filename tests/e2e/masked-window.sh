@@ -31,7 +31,7 @@ xdotool key BackSpace
 wait_for "Backspace" trace_count "event date.Changed" 5
 printf '1a2b026' | xclip -selection clipboard
 xdotool key ctrl+v
-wait_for "the paste" trace_count "event date.Changed" 10
+wait_for "the paste" trace_count "event date.Changed" 6
 
 # The menu by keyboard: "s" selects all; then by mouse, "&Copiar".
 xdotool click 3

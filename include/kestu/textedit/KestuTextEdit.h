@@ -88,7 +88,8 @@ class KestuTextEdit : public EditBox {
   // Every change of the text goes through here: the undo record, the
   // caret, the selection and Changed stay in step.
   void ChangeText(std::u32string text, int caret, bool by_user);
-  bool InsertCharacter(std::u32string character);
+  // The typing routine; `by_user` raises Changed for a change.
+  bool InsertCharacter(std::u32string character, bool by_user);
   std::u32string WithoutSelection(int& caret) const;
   void EraseSelection(bool by_user);
   void Backspace();
