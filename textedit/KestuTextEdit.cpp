@@ -51,10 +51,13 @@ Variant KestuTextEdit::Text() {
 }
 
 void KestuTextEdit::SetText(const Variant& text) {
-  const std::u32string value = text.IsNull() ? std::u32string() : DecodeUtf8(text.ToString());
-  if (Rules().AssignText(value)) cursor_ = anchor_ = 0;
-  cursor_ = anchor_ = Narrow(std::min<int>(cursor_, Length()));
-  Redraw();
+  // The rules store and cut the text; the change itself then goes through
+  // the one routine, as the user's edits do.
+  std::u32string before = text_;
+  const bool blank =
+      Rules().AssignText(text.IsNull() ? std::u32string() : DecodeUtf8(text.ToString()));
+  std::u32string assigned = std::exchange(text_, std::move(before));
+  ChangeText(std::move(assigned), blank ? 0 : cursor_, false);
   PropertyChanged("Text");
 }
 
