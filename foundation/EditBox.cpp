@@ -20,6 +20,39 @@ OLE_COLOR AsOleColor(Rgb rgb) {
 
 }  // namespace
 
+EditBoxEvents EditBoxEvents::With(std::string changed_help) {
+  const std::vector<ParamInfo> key = KeyEventParams();
+  const std::vector<ParamInfo> mouse = MouseEventParams();
+  return EditBoxEvents{
+      {"Click",
+       {},
+       "Occurs when the user clicks the box. [Ocorre quando o usuário clica na caixa.]"},
+      {"DblClick",
+       {},
+       "Occurs when the user double-clicks the box. [Ocorre quando o usuário clica duas vezes na "
+       "caixa.]"},
+      {"Changed", {}, std::move(changed_help)},
+      {"KeyDown", key,
+       "Occurs when the user presses a key while the box has the focus. [Ocorre quando o usuário "
+       "pressiona uma tecla com o foco na caixa.]"},
+      {"KeyPress", KeyPressEventParams(),
+       "Occurs when the user presses and releases a character key. [Ocorre quando o usuário "
+       "pressiona e solta uma tecla de caractere.]"},
+      {"KeyUp", key,
+       "Occurs when the user releases a key while the box has the focus. [Ocorre quando o "
+       "usuário solta uma tecla com o foco na caixa.]"},
+      {"MouseDown", mouse,
+       "Occurs when the user presses a mouse button over the box. [Ocorre quando o usuário "
+       "pressiona um botão do mouse sobre a caixa.]"},
+      {"MouseMove", mouse,
+       "Occurs when the user moves the mouse over the box. [Ocorre quando o usuário move o mouse "
+       "sobre a caixa.]"},
+      {"MouseUp", mouse,
+       "Occurs when the user releases a mouse button over the box. [Ocorre quando o usuário "
+       "solta um botão do mouse sobre a caixa.]"},
+  };
+}
+
 std::vector<const EventInfo*> EditBoxEvents::InOrder() const {
   return {&click,  &dbl_click,  &changed,    &key_down, &key_press,
           &key_up, &mouse_down, &mouse_move, &mouse_up};
