@@ -428,15 +428,21 @@ int KestuTextEdit::EndOfTyped() const {
 
 int KestuTextEdit::BoundaryAt(float x_twips) {
   // Past what was typed the caret stops just after it: an empty date box
-  // clicked anywhere starts at its first place.
+  // clicked anywhere starts at its first place. Widths add up character by
+  // character, so one pass finds the boundary however long the text.
   const int x_px = ToPixelsX(x_twips);
+  const int end = EndOfTyped();
   int best = 0;
   int best_distance = INT32_MAX;
-  for (int i = 0; i <= EndOfTyped(); ++i) {
-    const int distance = std::abs(text_left_px_ + TextPixels(i) - x_px);
-    if (distance < best_distance) {
-      best = i;
-      best_distance = distance;
+  int boundary_px = text_left_px_;
+  for (int i = 0; i <= end; ++i) {
+    const int distance = std::abs(boundary_px - x_px);
+    if (distance >= best_distance) break;  // moving away from the pointer
+    best = i;
+    best_distance = distance;
+    if (i < end) {
+      boundary_px +=
+          ToPixelsX(TextWidth(EncodeUtf8(std::u32string(1, text_[static_cast<size_t>(i)]))));
     }
   }
   return best;
