@@ -215,7 +215,7 @@ void KestuTextEdit::ChangeText(std::u32string text, int caret, bool by_user) {
   }
   text_ = std::move(text);
   cursor_ = anchor_ = Narrow(std::clamp(caret, 0, Length()));
-  Redraw();
+  if (!pasting_) Redraw();  // a paste draws once, at its end
   if (changed && by_user) RaiseChanged();
 }
 
@@ -246,10 +246,12 @@ bool KestuTextEdit::InsertCharacter(std::u32string character, bool by_user) {
     while (caret < static_cast<int>(mask_.size()) && !IsPlaceholder(caret)) ++caret;
     // Past the mask's last place the box is full.
     if (caret >= static_cast<int>(mask_.size())) {
+      full_ = true;
       Beep();
       return false;
     }
   } else if (static_cast<int>(text.size()) >= max_length_) {
+    full_ = true;
     Beep();
     return false;
   }
@@ -336,13 +338,24 @@ void KestuTextEdit::Copy() {
 void KestuTextEdit::Paste() {
   // Each character goes through the typing routine: a paste is exactly
   // what typing it would give, letters refused at digit places included.
-  // It is one edit: one undo step, one Changed.
+  // It is one edit: one undo step, one Changed, one drawing; and it stops
+  // once the box is full, with the one beep typing on would give.
   if (locked_) return;
   const std::u32string before = text_;
   const int16_t caret_before = cursor_;
-  for (char32_t c : DecodeUtf8(ClipboardGetText())) {
-    if (c >= 32) InsertCharacter(std::u32string(1, c), false);
+  pasting_ = true;
+  full_ = false;
+  try {
+    for (char32_t c : DecodeUtf8(ClipboardGetText())) {
+      if (c >= 32) InsertCharacter(std::u32string(1, c), false);
+      if (full_) break;
+    }
+  } catch (...) {
+    pasting_ = false;
+    throw;
   }
+  pasting_ = false;
+  Redraw();
   if (text_ == before) return;
   undo_text_ = before;
   undo_cursor_ = caret_before;

@@ -132,6 +132,8 @@ class KestuTextEdit : public EditBox {
   std::u32string undo_text_;
   int16_t undo_cursor_ = 0;
   bool dragging_ = false;
+  bool pasting_ = false;  // a paste in progress draws once, at its end
+  bool full_ = false;     // the last character met a full box
   int text_left_px_ = 3;  // where character 0 is drawn, scroll included
 };
 
