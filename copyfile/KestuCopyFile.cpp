@@ -36,20 +36,6 @@ const EventInfo kNextVolumeInfo{
     {{"NextFileName", "String", VarType::String, false}, kCancelParam},
     "Raised before each volume file is opened. [Ocorre antes da abertura de cada volume.]"};
 
-// A write-only string property: the copier never gives its names back.
-PropertyInfo WriteOnlyName(std::string name, void (KestuCopyFile::*setter)(const std::string&),
-                           std::string help) {
-  PropertyInfo info;
-  info.name = std::move(name);
-  info.type_name = "String";
-  info.type = VarType::String;
-  info.help = std::move(help);
-  info.set = [setter](UserControl& c, const Variant& v) {
-    (static_cast<KestuCopyFile&>(c).*setter)(v.ToString());
-  };
-  return info;
-}
-
 // Bytes per block of a `CC_BlockSize`. Any other value is the host's
 // "Invalid use of Null", raised only once the files are open.
 Int32 BlockBytes(int16_t block_size) {
@@ -131,12 +117,13 @@ ClassInfo& KestuCopyFile::Info() {
                  OnSet::NotifyThenRedraw)
             .Saved(3)
             .Defaults(syscolor::kHighlight),
-        WriteOnlyName("SourceFile", &C::SetSourceFile,
-                      "Sets the file to copy; @name for a volume set. [Define o arquivo a "
-                      "copiar; @nome para um conjunto de volumes.]"),
-        WriteOnlyName("NewFile", &C::SetNewFile,
-                      "Sets the file to create; @name for a volume set. [Define o arquivo a "
-                      "criar; @nome para um conjunto de volumes.]"),
+        // Write-only: the copier never gives its names back.
+        Property<C>("SourceFile", "String", nullptr, &C::SetSourceFile,
+                    "Sets the file to copy; @name for a volume set. [Define o arquivo a "
+                    "copiar; @nome para um conjunto de volumes.]"),
+        Property<C>("NewFile", "String", nullptr, &C::SetNewFile,
+                    "Sets the file to create; @name for a volume set. [Define o arquivo a "
+                    "criar; @nome para um conjunto de volumes.]"),
     };
     c.methods = {Method<C>("BeginCopyFile", &C::BeginCopyFile,
                            "Copies SourceFile to NewFile. [Copia SourceFile para NewFile.]")};

@@ -68,17 +68,6 @@ std::string Help(const char* english, const char* portuguese) {
   return std::string(english).append(" [").append(portuguese).append("]");
 }
 
-// Write-only: the assigned text is typed over the selection.
-PropertyInfo SelTextProperty() {
-  PropertyInfo p;
-  p.name = "SelText";
-  p.type_name = "String";
-  p.type = VarType::String;
-  p.help = Help("Types a text over the selection.", "Digita um texto sobre a seleção.");
-  p.set = [](UserControl& c, const Variant& v) { static_cast<P&>(c).SetSelText(v.ToString()); };
-  return p;
-}
-
 }  // namespace
 
 ClassInfo& KestuTextEdit::Info() {
@@ -228,7 +217,9 @@ ClassInfo& KestuTextEdit::Info() {
         Property<P>("TextWithoutMask", "String", &P::TextWithoutMask, nullptr,
                     Help("Returns the text without the mask's literals.",
                          "Retorna o texto sem os literais da máscara.")),
-        SelTextProperty(),
+        // Write-only: the assigned text is typed over the selection.
+        Property<P>("SelText", "String", nullptr, &P::SetSelText,
+                    Help("Types a text over the selection.", "Digita um texto sobre a seleção.")),
         Property<P>("dcDataValue", "Variant", &P::dcDataValue, &P::SetdcDataValue,
                     Help("Returns/sets the bound data value.",
                          "Retorna/define o valor de dados vinculado."))

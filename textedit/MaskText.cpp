@@ -134,7 +134,7 @@ bool MaskText::AssignText(std::u32string value) {
   return TrimRight(f_.text).empty();
 }
 
-std::u32string MaskText::ReadText() {
+void MaskText::StyleText(bool pad_empty) {
   switch (f_.text_style) {
     case ccUpperCase:
       f_.text = UpperCase(f_.text);
@@ -143,11 +143,17 @@ std::u32string MaskText::ReadText() {
       f_.text = LowerCase(f_.text);
       break;
     case ccPadLeft:
-      if (!Trim(f_.text).empty()) f_.text = PadLeftText(f_.text, f_.max_length, f_.fill_char);
+      if (pad_empty || !Trim(f_.text).empty()) {
+        f_.text = PadLeftText(f_.text, f_.max_length, f_.fill_char);
+      }
       break;
     default:
       break;
   }
+}
+
+std::u32string MaskText::ReadText() {
+  StyleText(false);
   if (f_.text.size() > static_cast<size_t>(std::max<int16_t>(f_.max_length, 0))) {
     f_.text = Left(f_.text, f_.max_length);
   }
@@ -155,21 +161,9 @@ std::u32string MaskText::ReadText() {
 }
 
 void MaskText::ApplyTextStyle() {
-  switch (f_.text_style) {
-    case ccUpperCase:
-      f_.text = UpperCase(f_.text);
-      break;
-    case ccLowerCase:
-      f_.text = LowerCase(f_.text);
-      break;
-    case ccPadLeft:
-      // Unlike reading Text, an empty text is padded too: it becomes
-      // MaxLength fill characters. Deliberate.
-      f_.text = PadLeftText(f_.text, f_.max_length, f_.fill_char);
-      break;
-    default:
-      break;
-  }
+  // Unlike reading Text, an empty text is padded too: it becomes
+  // MaxLength fill characters. Deliberate.
+  StyleText(true);
 }
 
 void MaskText::AssignMask(std::u32string mask) {

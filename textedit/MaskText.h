@@ -70,6 +70,10 @@ class MaskText {
   std::optional<int16_t> LoseFocus();
 
  private:
+  // Cases or pads the stored text by its style; `pad_empty` pads a blank
+  // text too.
+  void StyleText(bool pad_empty);
+
   MaskFields f_;
 };
 

@@ -284,13 +284,24 @@ class PropertyDecl {
   [[no_unique_address]] FieldPointer field_;
 };
 
-// A read/write property from a getter and a setter of class C:
+// A property from a getter and a setter of class C (either may be null):
 //   Property<KestuNumberEdit>("Text", "Variant", &KestuNumberEdit::Text,
 //                             &KestuNumberEdit::SetText, "help")
+// The C++ type of a property: what its getter returns, or for a write-only
+// one (a null getter), what its setter takes.
+template <typename C, typename G, typename S>
+struct PropertyValue {
+  using type = std::remove_cvref_t<std::invoke_result_t<G, C&>>;
+};
+template <typename C, typename Owner, typename Arg>
+struct PropertyValue<C, std::nullptr_t, void (Owner::*)(Arg)> {
+  using type = std::remove_cvref_t<Arg>;
+};
+
 template <typename C, typename G, typename S>
 PropertyDecl<C> Property(std::string name, std::string type_name, G getter, S setter,
                          std::string help) {
-  using T = std::remove_cvref_t<std::invoke_result_t<G, C&>>;
+  using T = typename PropertyValue<C, G, S>::type;
   PropertyInfo info;
   info.name = std::move(name);
   info.type_name = std::move(type_name);
