@@ -22,7 +22,8 @@ void Replay(const PixelOp& op, Surface& surface) {
       return surface.DrawLine(op.where.left, op.where.top, op.where.right, op.where.bottom,
                               op.color, op.op);
     case PixelOp::Kind::Text:
-      return surface.DrawText(op.Font(), op.text, op.where.left, op.where.top, op.color, op.op);
+      surface.DrawText(op.Font(), op.text, op.where.left, op.where.top, op.color, op.op);
+      return;
   }
 }
 
@@ -127,8 +128,8 @@ TextExtent FaceRecording::MeasureText(const FontSpec& font, std::string_view utf
   return real_->MeasureText(font, utf8);
 }
 
-void FaceRecording::DrawText(const FontSpec& font, std::string_view utf8, int x, int y, Rgb color,
-                             RasterOp op) {
+int FaceRecording::DrawText(const FontSpec& font, std::string_view utf8, int x, int y, Rgb color,
+                            RasterOp op) {
   Record({.kind = PixelOp::Kind::Text,
           .where = {x, y, x, y},
           .color = color,
@@ -140,6 +141,7 @@ void FaceRecording::DrawText(const FontSpec& font, std::string_view utf8, int x,
           .underline = font.underline,
           .strikethrough = font.strikethrough,
           .text = std::string(utf8)});
+  return MeasureText(font, utf8).width;
 }
 
 }  // namespace kestu

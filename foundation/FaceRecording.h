@@ -59,8 +59,8 @@ class FaceRecording final : public Surface, private PendingPixels {
   void DrawPicture(const StdPicture& picture, int x, int y, int width, int height,
                    RasterOp op) override;
   TextExtent MeasureText(const FontSpec& font, std::string_view utf8) override;
-  void DrawText(const FontSpec& font, std::string_view utf8, int x, int y, Rgb color,
-                RasterOp op) override;
+  int DrawText(const FontSpec& font, std::string_view utf8, int x, int y, Rgb color,
+               RasterOp op) override;
 
  private:
   void Settle() override;

@@ -209,9 +209,9 @@ void UserControl::Print(std::string_view text) {
   });
   Surface& surface = GetSurface();
   const FontSpec font = RenderFont();
-  surface.DrawText(font, text, ToPixelX(current_x_), ToPixelY(current_y_),
-                   ResolveColor(fore_color_), Op());
-  current_x_ += static_cast<float>(FromPixelX(surface.MeasureText(font, text).width));
+  const int advance = surface.DrawText(font, text, ToPixelX(current_x_), ToPixelY(current_y_),
+                                       ResolveColor(fore_color_), Op());
+  current_x_ += static_cast<float>(FromPixelX(advance));
 }
 
 void UserControl::PaintPicture(const StdPicture& picture, float x, float y,

@@ -102,6 +102,28 @@ std::vector<GlyphSpan> SpansOf(const FT_Bitmap& bitmap, int left, int top) {
   return spans;
 }
 
+// The ink box of the glyph's spans, and its rows as bit masks when narrow.
+void MeasureInk(Glyph& glyph) {
+  if (glyph.spans.empty()) return;
+  const GlyphSpan& first = glyph.spans.front();
+  glyph.ink_left = first.x;
+  glyph.ink_right = static_cast<int16_t>(first.x + first.length);
+  glyph.ink_top = first.dy;
+  glyph.ink_bottom = static_cast<int16_t>(first.dy + 1);
+  for (const GlyphSpan& span : glyph.spans) {
+    glyph.ink_left = std::min(glyph.ink_left, span.x);
+    glyph.ink_right = std::max(glyph.ink_right, static_cast<int16_t>(span.x + span.length));
+    glyph.ink_top = std::min(glyph.ink_top, span.dy);
+    glyph.ink_bottom = std::max(glyph.ink_bottom, static_cast<int16_t>(span.dy + 1));
+  }
+  if (glyph.ink_right - glyph.ink_left > 8) return;
+  glyph.row_masks.assign(static_cast<size_t>(glyph.ink_bottom - glyph.ink_top), 0);
+  for (const GlyphSpan& span : glyph.spans) {
+    const unsigned run = ((1u << span.length) - 1) << (span.x - glyph.ink_left);
+    glyph.row_masks[static_cast<size_t>(span.dy - glyph.ink_top)] |= static_cast<uint8_t>(run);
+  }
+}
+
 }  // namespace
 
 Font::Font(FT_FaceRec_* face, FT_FaceRec_* fallback, SyntheticStyle synthetic, double pixel_size)
@@ -153,6 +175,7 @@ Glyph Font::Render(char32_t code_point) const {
   }
   if (slot->format == FT_GLYPH_FORMAT_BITMAP) {
     glyph.spans = SpansOf(slot->bitmap, slot->bitmap_left, slot->bitmap_top);
+    MeasureInk(glyph);
   }
   return glyph;
 }

@@ -207,20 +207,55 @@ TextExtent Raster::MeasureText(const FontSpec& spec, std::string_view utf8) {
   return {TextAdvance(font, utf8), font.Metrics().height};
 }
 
-void Raster::DrawText(const FontSpec& spec, std::string_view utf8, int x, int y, Rgb color,
-                      RasterOp op) {
+int Raster::DrawText(const FontSpec& spec, std::string_view utf8, int x, int y, Rgb color,
+                     RasterOp op) {
   Touch();
-  if (std::abs(x) > kFarOutside || std::abs(y) > kFarOutside) return;
   Font& font = FontEngine::Instance().FontFor(spec);
+  if (std::abs(x) > kFarOutside || std::abs(y) > kFarOutside) return TextAdvance(font, utf8);
   const PixelRect bounds = Bounds();
+  const int baseline = y + font.Metrics().ascent;
   // The operation is chosen once per string, not once per run of a glyph.
-  DispatchRasterOp(op, [&](auto kOp) {
+  return DispatchRasterOp(op, [&](auto kOp) {
     auto fill = [&](const PixelRect& run) {
       const PixelRect visible = Intersect(run, bounds);
       if (!IsEmpty(visible)) ApplyToArea<kOp()>(pixels_.data(), width_, visible, color);
     };
-    PaintText(font, spec, utf8, x, y, fill);
+    int pen_x = x;
+    ForEachCodePoint(utf8, [&](char32_t c) {
+      const Glyph& glyph = font.GlyphFor(c);
+      if (InkInside(glyph, pen_x, baseline)) {
+        // Most glyphs: every span is known to be on the raster.
+        PaintInside<kOp()>(glyph, pen_x, baseline, color);
+        pen_x += glyph.advance;
+      } else {
+        pen_x += PaintGlyph(glyph, pen_x, baseline, fill);
+      }
+    });
+    PaintDecorations(spec, font.Metrics(), x, baseline, pen_x - x, fill);
+    return pen_x - x;
   });
+}
+
+template <RasterOp kOp>
+void Raster::PaintInside(const Glyph& glyph, int pen_x, int baseline, Rgb color) {
+  const int left = pen_x + glyph.ink_left;
+  if (!glyph.row_masks.empty() && left + 8 <= width_) {
+    // A narrow glyph a row at a time, four pixels per step.
+    Rgb* row = Row(baseline + glyph.ink_top) + left;
+    for (const uint8_t mask : glyph.row_masks) {
+      ApplyToFour<kOp>(row, mask & 0xFu, color);
+      ApplyToFour<kOp>(row + 4, mask >> 4, color);
+      row += width_;
+    }
+    return;
+  }
+  for (const GlyphSpan& span : glyph.spans)
+    ApplyToRow<kOp>(Row(baseline + span.dy) + pen_x + span.x, span.length, color);
+}
+
+bool Raster::InkInside(const Glyph& glyph, int pen_x, int baseline) const {
+  return pen_x + glyph.ink_left >= 0 && pen_x + glyph.ink_right <= width_ &&
+         baseline + glyph.ink_top >= 0 && baseline + glyph.ink_bottom <= height_;
 }
 
 void Raster::Blit(const Raster& source, int x, int y) {

@@ -50,15 +50,4 @@ void PaintDecorations(const FontSpec& spec, const FontMetrics& m, int x, int bas
   if (spec.strikethrough) sink(StrikeoutRect(m, x, baseline, width));
 }
 
-// Draws `utf8` with its cell's top-left at (x, y); returns its advance.
-template <typename Sink>
-int PaintText(Font& font, const FontSpec& spec, std::string_view utf8, int x, int y, Sink& sink) {
-  const int baseline = y + font.Metrics().ascent;
-  int pen_x = x;
-  ForEachCodePoint(
-      utf8, [&](char32_t c) { pen_x += PaintGlyph(font.GlyphFor(c), pen_x, baseline, sink); });
-  PaintDecorations(spec, font.Metrics(), x, baseline, pen_x - x, sink);
-  return pen_x - x;
-}
-
 }  // namespace kestu

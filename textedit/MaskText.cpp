@@ -179,6 +179,7 @@ void MaskText::ApplyMask() {
   const int text_length = LengthOf(text);
   const int mask_length = LengthOf(f_.mask);
   std::u32string merged;
+  merged.reserve(f_.mask.size() + text.size());
   int k = 0;
   for (int i = 1; i <= mask_length; ++i) {
     const char32_t m = f_.mask[static_cast<size_t>(i - 1)];
@@ -194,7 +195,8 @@ void MaskText::ApplyMask() {
   if (k < text_length) merged.append(text, static_cast<size_t>(k));
   // The test is on the length before the merge: a result the merge made
   // longer with literals stays longer than MaxLength. Deliberate.
-  f_.text = text_length > f_.max_length ? Left(merged, f_.max_length) : merged;
+  if (text_length > f_.max_length) merged = Left(merged, f_.max_length);
+  f_.text = std::move(merged);
 }
 
 std::optional<int16_t> MaskText::LoseFocus() {

@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <string_view>
+#include <type_traits>
 
 #include "kestu/foundation/OleColor.h"
 #include "kestu/foundation/StdPicture.h"
@@ -32,12 +33,14 @@ enum class RasterOp : uint8_t {
   Whiteness = 16,
 };
 
-// Applies `op` to one destination pixel with pen `pen` (both 0x00RRGGBB).
-constexpr Rgb ApplyRasterOp(RasterOp op, Rgb pen, Rgb dst) {
+// Applies `op` to one destination pixel with pen `pen` (both 0x00RRGGBB),
+// or lane by lane to a vector of them.
+template <typename Pixels = Rgb>
+constexpr Pixels ApplyRasterOp(RasterOp op, Pixels pen, std::type_identity_t<Pixels> dst) {
   constexpr Rgb kMask = 0x00FFFFFF;
   switch (op) {
     case RasterOp::Blackness:
-      return 0;
+      return Pixels{};
     case RasterOp::NotMergePen:
       return ~(pen | dst) & kMask;
     case RasterOp::MaskNotPen:
@@ -67,7 +70,7 @@ constexpr Rgb ApplyRasterOp(RasterOp op, Rgb pen, Rgb dst) {
     case RasterOp::MergePen:
       return (pen | dst) & kMask;
     case RasterOp::Whiteness:
-      return kMask;
+      return Pixels{} | kMask;
   }
   return pen & kMask;
 }
@@ -147,9 +150,10 @@ class Surface {
 
   virtual TextExtent MeasureText(const FontSpec& font, std::string_view utf8) = 0;
   // Text with its cell's top-left at (x, y); transparent background.
-  // Underline and strikethrough are drawn across the advance.
-  virtual void DrawText(const FontSpec& font, std::string_view utf8, int x, int y, Rgb color,
-                        RasterOp op) = 0;
+  // Underline and strikethrough are drawn across the advance, which is
+  // returned in pixels, as MeasureText gives it.
+  virtual int DrawText(const FontSpec& font, std::string_view utf8, int x, int y, Rgb color,
+                       RasterOp op) = 0;
 };
 
 }  // namespace kestu

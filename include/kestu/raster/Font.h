@@ -25,6 +25,16 @@ struct GlyphSpan {
 struct Glyph {
   int advance = 0;  // pixels
   std::vector<GlyphSpan> spans;
+  // The box the spans cover, relative to the pen on the baseline, as
+  // [ink_left, ink_right) x [ink_top, ink_bottom): a glyph wholly inside
+  // the raster is drawn without clipping each span.
+  int16_t ink_left = 0;
+  int16_t ink_top = 0;
+  int16_t ink_right = 0;
+  int16_t ink_bottom = 0;
+  // For a glyph whose ink is at most 8 pixels wide, one byte per row of the
+  // ink box, top down: bit i is column ink_left + i. Empty for wider glyphs.
+  std::vector<uint8_t> row_masks;
 };
 
 // Vertical measures in whole pixels.

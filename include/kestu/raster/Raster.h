@@ -12,6 +12,8 @@
 
 namespace kestu {
 
+struct Glyph;
+
 class Raster : public Surface {
  public:
   // A raster of `width` x `height` pixels, all `fill`. Negative sizes are
@@ -38,8 +40,8 @@ class Raster : public Surface {
                    RasterOp op) override;
 
   TextExtent MeasureText(const FontSpec& font, std::string_view utf8) override;
-  void DrawText(const FontSpec& font, std::string_view utf8, int x, int y, Rgb color,
-                RasterOp op) override;
+  int DrawText(const FontSpec& font, std::string_view utf8, int x, int y, Rgb color,
+               RasterOp op) override;
 
   // Copies `source` with its top-left at (x, y), clipped to this raster.
   void Blit(const Raster& source, int x, int y);
@@ -65,6 +67,11 @@ class Raster : public Surface {
   Rgb* Row(int y) { return pixels_.data() + static_cast<size_t>(y) * width_; }
   const Rgb* Row(int y) const { return pixels_.data() + static_cast<size_t>(y) * width_; }
   PixelRect Bounds() const { return {0, 0, width_, height_}; }
+  // Whether every span of `glyph`, its pen at (pen_x, baseline), is on the raster.
+  bool InkInside(const Glyph& glyph, int pen_x, int baseline) const;
+  // Draws a glyph InkInside() has passed.
+  template <RasterOp kOp>
+  void PaintInside(const Glyph& glyph, int pen_x, int baseline, Rgb color);
   // Every member that may change a pixel calls this first.
   void Touch();
 
