@@ -65,12 +65,23 @@ Raster::Raster(int width, int height, Rgb fill)
   Touch();
 }
 
-// One counter for every raster, so that a stamp names one state of one
-// raster's pixels (and of its copies) and never another's.
 void Raster::Touch() {
   debt_.Settle();
-  static std::atomic<uint64_t> last_stamp{0};
-  generation_ = last_stamp.fetch_add(1, std::memory_order_relaxed) + 1;
+  // The stamp is taken when it is asked for: a face drawn in twenty
+  // primitives takes one stamp, not twenty.
+  restamp_ = true;
+}
+
+// One counter for every raster, so that a stamp names one state of one
+// raster's pixels and never another's.
+uint64_t Raster::Generation() const {
+  debt_.Settle();
+  if (restamp_) {
+    static std::atomic<uint64_t> last_stamp{0};
+    generation_ = last_stamp.fetch_add(1, std::memory_order_relaxed) + 1;
+    restamp_ = false;
+  }
+  return generation_;
 }
 
 void Raster::Resize(int width, int height, Rgb fill) {

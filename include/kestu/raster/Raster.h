@@ -22,10 +22,7 @@ class Raster : public Surface {
 
   int Width() const override { return width_; }
   int Height() const override { return height_; }
-  uint64_t Generation() const override {
-    debt_.Settle();
-    return generation_;
-  }
+  uint64_t Generation() const override;
   void Resize(int width, int height, Rgb fill) override;
   void Defer(PendingPixels& pending) override { debt_.Owe(pending); }
   void SettlePending() const override { debt_.Settle(); }
@@ -106,7 +103,8 @@ class Raster : public Surface {
   int width_ = 0;
   int height_ = 0;
   std::vector<Rgb> pixels_;
-  uint64_t generation_ = 0;
+  mutable uint64_t generation_ = 0;
+  mutable bool restamp_ = true;
 };
 
 }  // namespace kestu
