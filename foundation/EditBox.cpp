@@ -105,21 +105,9 @@ void EditBox::LostFocusRoutine() {
 }
 
 void EditBox::PeriodicCheck() {
-  UserControl* active_control = Container().FormActiveControl();
-  if (!active_control || !enabled_) return;
-  const int32_t form_window = Container().FormIsMdiChild() ? form_window_ : Container().FormHwnd();
-  const bool form_is_active = KestuControlsAPI::GetActiveWindow() == form_window;
-  if (form_is_active && !form_active_) {
-    form_active_ = true;
-    // The focused control gets its caret and selection back; it may be any
-    // control of the form that offers XFocus.
-    if (const MethodInfo* x_focus = active_control->Class().FindMethod("XFocus")) {
-      x_focus->invoke(*active_control, {});
-    }
-  } else if (!form_is_active && form_active_) {
-    form_active_ = false;
-    LostFocusRoutine();
-  }
+  // When the form is active again, its focused control gets its caret and
+  // selection back through XFocus.
+  if (enabled_ && FormStoppedBeingActive(form_active_, form_window_)) LostFocusRoutine();
 }
 
 void EditBox::RaiseChanged() {

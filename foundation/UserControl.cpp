@@ -6,6 +6,7 @@
 
 #include "foundation/FaceRecording.h"
 #include "kestu/foundation/ClassInfo.h"
+#include "kestu/foundation/KestuControlsAPI.h"
 #include "kestu/foundation/RuntimeError.h"
 
 namespace kestu {
@@ -316,6 +317,44 @@ FontSpec UserControl::RenderFont() const {
                   .italic = font.Italic,
                   .underline = font.Underline,
                   .strikethrough = font.Strikethrough};
+}
+
+// ---- Container services ----
+
+void UserControl::ShowTip(std::string_view text) {
+  if (site_) site_->ShowTip(text);
+}
+
+void UserControl::HideTip() {
+  if (site_) site_->HideTip();
+}
+
+void UserControl::SetTipsAllowed(bool allowed) {
+  if (site_) site_->SetTipsAllowed(allowed);
+}
+
+int32_t UserControl::HoldingFormWindow(int32_t mdi_form_window) const {
+  return site_->FormIsMdiChild() ? mdi_form_window : site_->FormHwnd();
+}
+
+bool UserControl::FormStoppedBeingActive(bool& form_active, int32_t mdi_form_window) {
+  UserControl* active_control = site_->FormActiveControl();
+  if (!active_control) return false;
+  const bool form_is_active =
+      KestuControlsAPI::GetActiveWindow() == HoldingFormWindow(mdi_form_window);
+  if (form_is_active && !form_active) {
+    form_active = true;
+    // The focused control may be any control of the form that offers XFocus.
+    if (const MethodInfo* x_focus = active_control->Class().FindMethod("XFocus")) {
+      x_focus->invoke(*active_control, {});
+    }
+    return false;
+  }
+  if (!form_is_active && form_active) {
+    form_active = false;
+    return true;
+  }
+  return false;
 }
 
 }  // namespace kestu

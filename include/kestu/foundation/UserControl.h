@@ -181,6 +181,21 @@ class UserControl {
   void Beep() { site_->Beep(); }
   std::string ClipboardGetText() { return site_->ClipboardGetText(); }
   void ClipboardSetText(std::string_view text) { site_->ClipboardSetText(text); }
+  void ShowTip(std::string_view text);
+  void HideTip();
+  void SetTipsAllowed(bool allowed);
+
+  // The window of the form that holds the control: the form's own, or for
+  // a multiple-document child the one that was active when the control
+  // was shown (`mdi_form_window`).
+  int32_t HoldingFormWindow(int32_t mdi_form_window) const;
+  // The first step of a focusable control's periodic check. When the
+  // holding form has become the active window since the last check
+  // (`form_active` remembers), the form's focused control is given XFocus
+  // so that it shows its focus again; returns true when the form has
+  // stopped being active, for the control to drop its focus look. Does
+  // nothing while the form has no focused control.
+  bool FormStoppedBeingActive(bool& form_active, int32_t mdi_form_window);
 
   // Raises an event: the container's generic observer first, then the
   // typed handlers. `values` are the control's own variables, so handlers
