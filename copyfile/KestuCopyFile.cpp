@@ -2,6 +2,7 @@
 
 #include <new>
 
+#include "copyfile/VolumeSet.h"
 #include "kestu/foundation/HostFiles.h"
 #include "kestu/foundation/PropertyBag.h"
 #include "kestu/foundation/RuntimeError.h"
@@ -49,19 +50,6 @@ Int32 BlockBytes(int16_t block_size) {
     default:
       throw RuntimeError(err::kInvalidUseOfNull, "BlockSize");
   }
-}
-
-std::string VolumeSuffix(int16_t number) {
-  std::string digits = std::to_string(number);
-  if (digits.size() < 3) digits.insert(0, 3 - digits.size(), '0');
-  return "." + digits;
-}
-
-// The host's Trim: blanks only, tabs stay.
-std::string TrimBlanks(const std::string& text) {
-  const size_t first = text.find_first_not_of(' ');
-  if (first == std::string::npos) return {};
-  return text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
 void CloseCopyFiles() {
@@ -145,17 +133,13 @@ KestuCopyFile::KestuCopyFile()
 // ---- Volume names ----
 
 std::string KestuCopyFile::FirstVolumeName(const std::string& set_name) {
-  return set_name.substr(set_name.starts_with('@') ? 1 : 0) + VolumeSuffix(1);
+  return volume_set::FirstVolumeName(set_name);
 }
 
 // The cut is at the first dot of the whole path, deliberately: a dot in a
 // folder's name or an extension is cut away from the second volume on.
 std::string KestuCopyFile::NextVolumeName(const std::string& previous, int16_t number) {
-  std::string base = previous;
-  if (const size_t dot = base.find('.'); dot != std::string::npos) {
-    base = TrimBlanks(base.substr(0, dot));
-  }
-  return base + VolumeSuffix(number);
+  return volume_set::NextVolumeName(previous, number);
 }
 
 // ---- Lifecycle ----
@@ -202,8 +186,8 @@ void KestuCopyFile::BeginCopyFile() {
 
 KestuCopyFile::Flow KestuCopyFile::RunCopy(CopyState& copy) {
   HostFiles& files = HostFiles::Instance();
-  copy.source_set = copy.source.starts_with('@');
-  copy.target_set = copy.target.starts_with('@');
+  copy.source_set = volume_set::IsSetName(copy.source);
+  copy.target_set = volume_set::IsSetName(copy.target);
   copy.volume = 1;
   // A cancel before anything is open returns at once and leaves the flag
   // as the handler set it.
@@ -257,10 +241,12 @@ KestuCopyFile::Flow KestuCopyFile::CopyOneSource(CopyState& copy) {
     remaining -= chunk;
     if (remaining < 1) break;  // before the volume test: no empty last volume
     if (!copy.target_set) continue;
-    // Tested after the block is written and with "greater than": a full
-    // volume is the smallest whole number of blocks that exceeds the size.
+    // Tested after the block is written: a full volume is the smallest
+    // whole number of blocks that exceeds the size.
     in_volume += chunk;
-    if (in_volume <= Int32(volume_size_) * Int32(1024)) continue;
+    // The limit is a 32-bit product: past 2,097,151 KB it is error 6.
+    const Int32 size_limit = Int32(volume_size_) * Int32(1024);
+    if (!volume_set::VolumeIsFull(in_volume, size_limit)) continue;
     in_volume = 0;
     if (Flow flow = StartNextTargetVolume(copy); flow != Flow::Continue) return flow;
   }

@@ -20,4 +20,11 @@ if nm -D --defined-only "$stage/lib/libkestu.so" | grep -q "ScriptRunner\|TraceW
   echo "install: libkestu.so exports the script engine" >&2
   exit 1
 fi
-echo "install: find_package(Kestu) and pkg-config both build and run; no script engine in libkestu.so"
+# kestu-copy finds its --exact companion in the library's program folder.
+printf 'installed' > "$root/$build/consumer/one"
+"$stage/bin/kestu-copy" -q --exact "$root/$build/consumer/one" "$root/$build/consumer/two"
+cmp -s "$root/$build/consumer/one" "$root/$build/consumer/two" || {
+  echo "install: kestu-copy --exact did not copy" >&2
+  exit 1
+}
+echo "install: find_package(Kestu) and pkg-config both build and run; no script engine in libkestu.so; kestu-copy --exact runs"
