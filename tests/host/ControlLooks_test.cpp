@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "kestu/buttons/KestuActiveCommand.h"
 #include "kestu/decor/KestuLine3D.h"
 #include "kestu/decor/KestuPanel3D.h"
 #include "kestu/host/Host.h"
@@ -141,6 +142,59 @@ TEST_F(ControlLooks, TextEdit) {
     static_cast<KestuTextEdit&>(box->Control()).SetSelectedText(2, 4);
   }
   ExpectGolden("textedit");
+}
+
+Variant Icon(const char* name) {
+  return Variant(LoadPicture(std::string(KESTU_TEST_DATA "/pictures/buttons/").append(name)));
+}
+
+// At rest in 3D and flat; a 16-pixel picture beside the caption and a
+// 32-pixel one above it; disabled with its picture dimmed, and with a
+// picture of its own; the default button; focused; under the pointer,
+// with its hover picture and a bold caption.
+TEST_F(ControlLooks, CommandButton) {
+  const Variant disk = Icon("disk16.png");
+  const std::vector<HostedControl*> buttons =
+      Place(KestuActiveCommand::Info(), 1215, 570,
+            {{{"Caption", Variant("&Save")}},
+             {{"Caption", Variant("Flat")}, {"Style", Variant(ccFlat)}},
+             {{"Caption", Variant("Save")}, {"Picture", disk}},
+             {{"Caption", Variant("Big")},
+              {"Picture", Icon("disk32.png")},
+              {"PictSize", Variant(cc32x32)},
+              {"PictPosition", Variant(ccTop)}},
+             {{"Caption", Variant("Off")}, {"Picture", disk}, {"Enabled", Variant::Boolean(false)}},
+             {{"Caption", Variant("Off")},
+              {"Picture", disk},
+              {"DisabledPicture", Icon("disk16_gray.png")},
+              {"Enabled", Variant::Boolean(false)}},
+             {{"Caption", Variant("Default")}},
+             {{"Caption", Variant("Focus")}},
+             {{"Caption", Variant("Hover")},
+              {"Picture", disk},
+              {"FocusedPicture", Icon("arrow16.png")},
+              {"FocusedBold", Variant::Boolean(true)}}});
+  buttons[6]->SetAmbient("DisplayAsDefault", Variant::Boolean(true));
+  host_.SetFocus(buttons[7]);
+  int16_t no_button = 0, no_shift = 0;
+  float x = 600, y = 240;
+  buttons[8]->Control().UserControl_MouseMove(no_button, no_shift, x, y);
+  ExpectGolden("buttons");
+}
+
+// Pressed, a look of its own since a form has one focus: the picture
+// (here its DownPicture) and the caption a pixel right and down, the
+// caption in FocusedFRColor.
+TEST_F(ControlLooks, CommandButtonPressed) {
+  HostedControl& button = *Place(KestuActiveCommand::Info(), 1215, 570,
+                                 {{{"Caption", Variant("Down")},
+                                   {"Picture", Icon("disk16.png")},
+                                   {"DownPicture", Icon("disk16_down.png")}}})
+                               .front();
+  int16_t left = 1, no_shift = 0;
+  float x = 600, y = 240;
+  button.Control().UserControl_MouseDown(left, no_shift, x, y);
+  ExpectGolden("buttons_pressed");
 }
 
 }  // namespace
