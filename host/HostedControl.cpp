@@ -239,6 +239,18 @@ void HostedControl::ClipboardSetText(std::string_view text) {
   host_.SetClipboardText(std::string(text));
 }
 
+void HostedControl::ShowTip(std::string_view text) {
+  host_.Tip().Show(text);
+}
+
+void HostedControl::HideTip() {
+  host_.Tip().Hide();
+}
+
+void HostedControl::SetTipsAllowed(bool allowed) {
+  host_.Tip().SetAllowed(allowed);
+}
+
 int32_t HostedControl::FormHwnd() const {
   return form_->hWnd();
 }

@@ -181,6 +181,16 @@ class UserControl {
   void Beep() { site_->Beep(); }
   std::string ClipboardGetText() { return site_->ClipboardGetText(); }
   void ClipboardSetText(std::string_view text) { site_->ClipboardSetText(text); }
+  // The host's one tooltip window (see ControlSite); nothing without a site.
+  void ShowTip(std::string_view text) {
+    if (site_) site_->ShowTip(text);
+  }
+  void HideTip() {
+    if (site_) site_->HideTip();
+  }
+  void SetTipsAllowed(bool allowed) {
+    if (site_) site_->SetTipsAllowed(allowed);
+  }
 
   // Raises an event: the container's generic observer first, then the
   // typed handlers. `values` are the control's own variables, so handlers

@@ -144,6 +144,9 @@ class HostedControl final : public ControlSite {
   void Beep() override;
   std::string ClipboardGetText() override;
   void ClipboardSetText(std::string_view text) override;
+  void ShowTip(std::string_view text) override;
+  void HideTip() override;
+  void SetTipsAllowed(bool allowed) override;
   int32_t hWnd() const override { return hwnd_; }
   int32_t hDC() const override { return hdc_; }
   int32_t FormHwnd() const override;
