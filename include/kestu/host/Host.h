@@ -91,6 +91,8 @@ class Host {
   // Terminates the controls of a detached form and lets it go.
   void DiscardForm(std::unique_ptr<Form> form);
   Form* FindForm(std::string_view name) const;
+  // Whether `form` is one of the host's forms (a detached form is not yet).
+  bool Holds(const Form& form) const;
   const std::vector<std::unique_ptr<Form>>& Forms() const { return forms_; }
   Form* ActiveForm() const { return active_form_; }
   // Makes `form` the active window (null: none). No procedure runs: the
