@@ -29,8 +29,9 @@ int16_t KeyCode(int32_t sdl_keycode, uint16_t sdl_modifiers) {
 
 }  // namespace
 
-void InputRouter::KeyDown(Form& form, int32_t sdl_keycode, uint16_t sdl_modifiers) {
-  host_.User().KeyDown(form, KeyCode(sdl_keycode, sdl_modifiers), ShiftBitsFor(sdl_modifiers));
+bool InputRouter::KeyDown(Form& form, int32_t sdl_keycode, uint16_t sdl_modifiers) {
+  return host_.User().KeyDown(form, KeyCode(sdl_keycode, sdl_modifiers),
+                              ShiftBitsFor(sdl_modifiers));
 }
 
 void InputRouter::KeyUp(Form& form, int32_t sdl_keycode, uint16_t sdl_modifiers) {

@@ -6,24 +6,10 @@
 #include <stdexcept>
 #include <string>
 
+#include "desktop/Display.h"
 #include "desktop/WindowSurface.h"
 
 namespace kestu {
-
-namespace {
-
-// The display that holds (x, y), or the first one.
-SDL_Rect DisplayBoundsAt(int x, int y) {
-  SDL_Rect bounds{0, 0, 0, 0};
-  const SDL_Point point{x, y};
-  for (int i = 0; i < SDL_GetNumVideoDisplays(); ++i) {
-    if (SDL_GetDisplayBounds(i, &bounds) == 0 && SDL_PointInRect(&point, &bounds)) return bounds;
-  }
-  SDL_GetDisplayBounds(0, &bounds);
-  return bounds;
-}
-
-}  // namespace
 
 PopupMenuWindow::PopupMenuWindow(const PopupMenu& menu, int x, int y) : menu_(menu) {
   const SDL_Rect display = DisplayBoundsAt(x, y);

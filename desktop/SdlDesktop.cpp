@@ -8,11 +8,13 @@
 #include <stdexcept>
 #include <string_view>
 
+#include "desktop/Display.h"
 #include "desktop/XConnection.h"
 #include "desktop/XErrorLog.h"
 #include "kestu/desktop/KeyTable.h"
 #include "kestu/desktop/PopupMenu.h"
 #include "kestu/desktop/PopupMenuWindow.h"
+#include "kestu/desktop/ToolWindowView.h"
 #include "kestu/host/Host.h"
 
 namespace kestu {
@@ -81,6 +83,7 @@ SdlDesktop::SdlDesktop(Host& host, Clock clock)
   }
   SDL_StartTextInput();
   host_.SetDesktop(this);
+  FollowDisplayAt(0, 0);
   const uint64_t now = clock_();
   next_tick_ms_ = now + Host::kTickMilliseconds;
   next_blink_ms_ = now + kCaretBlinkMilliseconds;
@@ -89,6 +92,7 @@ SdlDesktop::SdlDesktop(Host& host, Clock clock)
 
 SdlDesktop::~SdlDesktop() {
   host_.SetDesktop(nullptr);
+  tool_views_.clear();
   windows_.clear();
   SDL_QuitSubSystem(SDL_INIT_VIDEO);
 }
@@ -111,6 +115,40 @@ void SdlDesktop::SyncWindows() {
 FormWindow* SdlDesktop::WindowOf(const Form& form) const {
   for (const auto& window : windows_) {
     if (window->FormHwnd() == form.hWnd()) return window.get();
+  }
+  return nullptr;
+}
+
+void SdlDesktop::SyncToolWindows() {
+  const auto shown = [&](const ToolWindowView& view) {
+    const ToolWindow* tool = host_.FindWindow(view.ToolHwnd()).tool;
+    return tool && tool->Visible();
+  };
+  std::erase_if(tool_views_, [&](const auto& view) { return !shown(*view); });
+  for (const auto& tool : host_.ToolWindows()) {
+    if (!tool->Visible()) continue;
+    if (ToolWindowView* view = ViewOf(tool->hWnd())) {
+      view->Follow(*tool);
+      continue;
+    }
+    try {
+      tool_views_.push_back(std::make_unique<ToolWindowView>(*tool));
+    } catch (const std::runtime_error&) {
+      // A tip the window system refuses is a tip not seen; the host goes on.
+    }
+  }
+}
+
+ToolWindowView* SdlDesktop::ViewOf(int32_t tool_hwnd) const {
+  for (const auto& view : tool_views_) {
+    if (view->ToolHwnd() == tool_hwnd) return view.get();
+  }
+  return nullptr;
+}
+
+ToolWindowView* SdlDesktop::ToolViewWithId(uint32_t window_id) const {
+  for (const auto& view : tool_views_) {
+    if (view->WindowId() == window_id) return view.get();
   }
   return nullptr;
 }
@@ -188,6 +226,7 @@ void SdlDesktop::RunDueTimers() {
     // last move the windows saw.
     int x = 0, y = 0;
     SDL_GetGlobalMouseState(&x, &y);
+    FollowDisplayAt(x, y);
     host_.SetCursorPos(x, y);
     host_.Tick();
     // A late turn runs the check once, not once per period missed.
@@ -204,7 +243,13 @@ void SdlDesktop::WakeCaret() {
   next_blink_ms_ = clock_() + kCaretBlinkMilliseconds;
 }
 
+void SdlDesktop::FollowDisplayAt(int x, int y) {
+  const SDL_Rect display = DisplayBoundsAt(x, y);
+  host_.SetScreenBounds({display.x, display.y, display.x + display.w, display.y + display.h});
+}
+
 void SdlDesktop::PresentAll() {
+  SyncToolWindows();
   const uint64_t frame = FrameAt(clock_());
   frame_owed_ = false;
   for (const auto& window : windows_) {
@@ -229,6 +274,10 @@ void SdlDesktop::Dispatch(const SDL_Event& event) {
     quit_ = true;
     return;
   }
+  if (ToolWindowView* view = ToolViewWithId(EventWindowId(event))) {
+    DispatchToolEvent(event, *view);
+    return;
+  }
   FormWindow* window = WindowWithId(EventWindowId(event));
   Form* form = window ? FormOf(*window) : nullptr;
   if (!form) return;
@@ -245,7 +294,11 @@ void SdlDesktop::DispatchInput(const SDL_Event& event, Form& form) {
   switch (event.type) {
     case SDL_KEYDOWN:
       WakeCaret();
-      router_.KeyDown(form, event.key.keysym.sym, event.key.keysym.mod);
+      // A key the form took (an access key with Alt, Enter for the default
+      // button) types nothing: the text SDL queued behind it goes too.
+      if (router_.KeyDown(form, event.key.keysym.sym, event.key.keysym.mod)) {
+        SDL_FlushEvent(SDL_TEXTINPUT);
+      }
       return;
     case SDL_KEYUP:
       router_.KeyUp(form, event.key.keysym.sym, event.key.keysym.mod);
@@ -288,6 +341,9 @@ void SdlDesktop::DispatchWindowEvent(const SDL_Event& event) {
     case SDL_WINDOWEVENT_MOVED:
       window->FollowWindowPosition();
       break;
+    case SDL_WINDOWEVENT_LEAVE:
+      host_.RunReportingErrors([&] { PointerLeft(*form); });
+      break;
     case SDL_WINDOWEVENT_EXPOSED:
     case SDL_WINDOWEVENT_SIZE_CHANGED:
       window->Invalidate();
@@ -298,6 +354,28 @@ void SdlDesktop::DispatchWindowEvent(const SDL_Event& event) {
     default:
       break;
   }
+}
+
+void SdlDesktop::DispatchToolEvent(const SDL_Event& event, ToolWindowView& view) {
+  const ToolWindow* tool = host_.FindWindow(view.ToolHwnd()).tool;
+  if (!tool) return;
+  if (event.type == SDL_MOUSEMOTION) {
+    const PixelRect& at = tool->ScreenRect();
+    host_.RunReportingErrors(
+        [&] { host_.SetCursorPos(at.left + event.motion.x, at.top + event.motion.y); });
+  } else if (event.type == SDL_WINDOWEVENT && event.window.event == SDL_WINDOWEVENT_EXPOSED) {
+    view.Invalidate();
+  }
+}
+
+void SdlDesktop::PointerLeft(Form& form) {
+  // With a button held SDL keeps the pointer's moves coming by itself.
+  const HostedControl* holder = host_.CaptureHolder();
+  if (!holder || &holder->Owner() != &form || router_.ButtonsHeld()) return;
+  int x = 0, y = 0;
+  SDL_GetGlobalMouseState(&x, &y);
+  const PixelRect client = form.ScreenRect();
+  router_.MouseMove(form, x - client.left, y - client.top, SDL_GetModState());
 }
 
 // ---- Desktop services ----

@@ -321,18 +321,6 @@ FontSpec UserControl::RenderFont() const {
 
 // ---- Container services ----
 
-void UserControl::ShowTip(std::string_view text) {
-  if (site_) site_->ShowTip(text);
-}
-
-void UserControl::HideTip() {
-  if (site_) site_->HideTip();
-}
-
-void UserControl::SetTipsAllowed(bool allowed) {
-  if (site_) site_->SetTipsAllowed(allowed);
-}
-
 int32_t UserControl::HoldingFormWindow(int32_t mdi_form_window) const {
   return site_->FormIsMdiChild() ? mdi_form_window : site_->FormHwnd();
 }

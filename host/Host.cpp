@@ -77,6 +77,10 @@ Form* Host::FindForm(std::string_view name) const {
   return nullptr;
 }
 
+bool Host::Holds(const Form& form) const {
+  return std::any_of(forms_.begin(), forms_.end(), [&](const auto& f) { return f.get() == &form; });
+}
+
 void Host::Activate(Form* form) {
   active_form_ = form;
 }

@@ -3,6 +3,8 @@
 
 #include <array>
 #include <limits>
+#include <utility>
+#include <vector>
 
 #include "host/Units.h"
 #include "kestu/foundation/Integer.h"
@@ -26,7 +28,7 @@ std::span<const OwnProperty<HostedControl>> HostedControl::ExtenderProperties() 
   using File = FileValue::Kind;
   constexpr int64_t kTwips = std::numeric_limits<int32_t>::max();
   // A docked control is placed again when it moves: its edge wins.
-  static const std::array<P, 9> kTable = {{
+  static const std::array<P, 11> kTable = {{
       {"Name", [](const HostedControl& c) { return Variant(c.name_); }, nullptr, {}},
       {"Left",
        [](const HostedControl& c) { return Variant(static_cast<float>(c.left_)); },
@@ -66,6 +68,14 @@ std::span<const OwnProperty<HostedControl>> HostedControl::ExtenderProperties() 
        [](const HostedControl& c) { return Variant(static_cast<int16_t>(c.form_->TabIndexOf(c))); },
        [](HostedControl& c, const Variant& v) { c.form_->SetTabIndex(c, v.ToInteger()); },
        {File::Integer, 0, INT16_MAX}},
+      {"Default",
+       [](const HostedControl& c) { return Variant::Boolean(c.default_); },
+       [](HostedControl& c, const Variant& v) { c.SetDefault(v.ToBool()); },
+       {File::Boolean}},
+      {"Cancel",
+       [](const HostedControl& c) { return Variant::Boolean(c.cancel_); },
+       [](HostedControl& c, const Variant& v) { c.SetCancel(v.ToBool()); },
+       {File::Boolean}},
   }};
   return kTable;
 }
@@ -174,6 +184,43 @@ void HostedControl::SetExtender(std::string_view name, const Variant& value) {
   SetOwnProperty(ExtenderProperties(), *this, name, value);
 }
 
+void HostedControl::SetDefault(bool is_default) {
+  if (is_default) {
+    for (const auto& control : form_->Controls()) control->default_ = false;
+  }
+  default_ = is_default;
+  ShowDefaultOnForm();
+}
+
+void HostedControl::SetCancel(bool is_cancel) {
+  if (is_cancel) {
+    for (const auto& control : form_->Controls()) control->cancel_ = false;
+  }
+  cancel_ = is_cancel;
+}
+
+void HostedControl::ShowDefaultOnForm() {
+  std::vector<std::pair<std::weak_ptr<int>, HostedControl*>> changed;
+  for (const auto& control : form_->Controls()) {
+    if (control->ambient_.display_as_default == control->default_) continue;
+    control->ambient_.display_as_default = control->default_;
+    // The one that lost the look hears first, so it is drawn plain before
+    // the new default is drawn with it.
+    auto entry = std::make_pair(control->Lifetime(), control.get());
+    if (control->default_) {
+      changed.push_back(entry);
+    } else {
+      changed.insert(changed.begin(), entry);
+    }
+  }
+  // A form still being built from its file tells no one: its controls
+  // read the ambient when they are first drawn.
+  if (!host_.Holds(*form_)) return;
+  for (auto& [alive, control] : changed) {
+    if (!alive.expired()) control->control_->UserControl_AmbientChanged("DisplayAsDefault");
+  }
+}
+
 void HostedControl::SetAlign(int16_t value) {
   if (value < align::kNone || value > align::kRight) {
     throw RuntimeError(err::kInvalidPropertyValue, "Align");
@@ -237,6 +284,18 @@ std::string HostedControl::ClipboardGetText() {
 
 void HostedControl::ClipboardSetText(std::string_view text) {
   host_.SetClipboardText(std::string(text));
+}
+
+void HostedControl::ShowTip(std::string_view text) {
+  host_.Tip().Show(text);
+}
+
+void HostedControl::HideTip() {
+  host_.Tip().Hide();
+}
+
+void HostedControl::SetTipsAllowed(bool allowed) {
+  host_.Tip().SetAllowed(allowed);
 }
 
 int32_t HostedControl::FormHwnd() const {

@@ -29,6 +29,22 @@ std::optional<char> TypedCharacter(int16_t key_code, int16_t shift) {
   return std::nullopt;
 }
 
+// The keys a typed text names by a control character: Tab, Enter (a
+// line break in either spelling) and Escape; 0 for any other character.
+int16_t KeyOfCharacter(char32_t code_point) {
+  switch (code_point) {
+    case U'\t':
+      return key::kTab;
+    case U'\n':
+    case U'\r':
+      return key::kEnter;
+    case U'\x1B':
+      return key::kEscape;
+    default:
+      return 0;
+  }
+}
+
 }  // namespace
 
 HostedControl* UserInput::Focused(const Form& form) const {
@@ -45,28 +61,52 @@ HostedControl* UserInput::Pressed() const {
 
 // ---- Keys ----
 
-void UserInput::KeyDown(Form& form, int16_t key_code, int16_t shift) {
-  if (key_code == 0) return;
+bool UserInput::KeyDown(Form& form, int16_t key_code, int16_t shift) {
+  if (key_code == 0) return false;
   // The form takes Tab for itself; Ctrl+Tab and Alt+Tab are not its.
   if (key_code == key::kTab && (shift & (shift::kCtrl | shift::kAlt)) == 0) {
     MoveFocus(form, (shift & shift::kShift) != 0);
-    return;
+    return true;
   }
-  if (HostInput::SendAccessKey(form, key_code, shift)) return;
+  if (HostInput::SendAccessKey(form, key_code, shift)) return true;
+  if (SendToFormButton(form, key_code, shift)) return true;
   HostedControl* control = Focused(form);
-  if (!control) return;
+  if (!control) return false;
   const int16_t character = KeyPressOfKey(key_code, shift);
   if (character == 0) {
     input_.KeyDown(*control, key_code, shift);
-    return;
+    return false;
   }
   // The KeyDown's handlers may destroy the control before its KeyPress.
   std::weak_ptr<int> alive = control->Lifetime();
   input_.KeyDown(*control, key_code, shift);
   if (!alive.expired()) input_.KeyPress(*control, character);
+  return false;
+}
+
+bool UserInput::SendToFormButton(const Form& form, int16_t key_code, int16_t shift) {
+  if (key_code != key::kEnter && key_code != key::kEscape) return false;
+  // Alt+Enter and Ctrl+Enter are keys of their own, not the dialog's.
+  if (shift & (shift::kCtrl | shift::kAlt)) return false;
+  const bool enter = key_code == key::kEnter;
+  for (const auto& candidate : form.Controls()) {
+    if (!(enter ? candidate->IsDefault() : candidate->IsCancel())) continue;
+    // A default or cancel control the user cannot see or use takes
+    // nothing: the key is an ordinary key, as on a form without one.
+    if (!candidate->ShownOnForm() || !candidate->EnabledOnForm()) return false;
+    button_key_ = key_code;
+    int16_t key_ascii = key_code;
+    candidate->Control().UserControl_AccessKeyPress(key_ascii);
+    return true;
+  }
+  return false;
 }
 
 void UserInput::KeyUp(Form& form, int16_t key_code, int16_t shift) {
+  if (key_code != 0 && key_code == button_key_) {
+    button_key_ = 0;
+    return;
+  }
   // The key up goes wherever the focus is now: after Tab, to the new
   // holder, as the system sends it.
   HostedControl* control = Focused(form);
@@ -91,8 +131,8 @@ void UserInput::Keys(Form& form, std::string_view utf8) {
     const size_t start = i;
     const char32_t code_point = NextCodePoint(utf8, i);
     const std::string_view character = utf8.substr(start, i - start);
-    if (code_point == U'\t') {
-      Press(form, key::kTab, 0);
+    if (const int16_t key_code = KeyOfCharacter(code_point)) {
+      Press(form, key_code, 0);
       continue;
     }
     // Only an ASCII character has a key of its own here; any other is

@@ -1,8 +1,10 @@
 // The host's services to its controls that a script cannot see: the
-// pixels of the system's text calls, the tooltip window and the system
-// calls answered for the controls. The rest is shown by scripts/probe/.
+// pixels of the system's text calls, the tooltip window's size, place and
+// picture, and the system calls answered for the controls. The rest is shown by scripts/probe/.
 
 #include <gtest/gtest.h>
+
+#include <utility>
 
 #include "kestu/foundation/KestuControlsAPI.h"
 #include "kestu/host/Host.h"
@@ -59,6 +61,62 @@ TEST(HostToolWindow, ShownWithoutActivationMovedAndHiddenOnce) {
   host.DestroyToolWindow(tip);
   EXPECT_EQ(tips.log, "show Hint;hide;");
   host.RemoveObserver(&tips);
+}
+
+// The tip's size comes from the text as the host's default font measures
+// it at the screen's pixels per inch (8.25 points at 96 DPI), with two
+// pixels on each side: a frame of black and a pale yellow margin.
+TEST(HostTip, SizedToItsTextWithAFramedMarginAndPlacedBelowTheCursor) {
+  Host host;
+  host.SetCursorPos(100, 200);
+  host.Tip().Show("Save the file");
+  const ToolWindow* tip = host.Tip().Window();
+  ASSERT_NE(tip, nullptr);
+  Raster measure(0, 0);
+  const TextExtent text =
+      measure.MeasureText(FontSpec{.name = "MS Sans Serif", .pixel_size = 11}, "Save the file");
+  const PixelRect at = tip->ScreenRect();
+  EXPECT_EQ(at.right - at.left, text.width + 4);
+  EXPECT_EQ(at.bottom - at.top, text.height + 4);
+  EXPECT_EQ(at.left, 100 + TipWindow::kCursorOffsetX);
+  EXPECT_EQ(at.top, 200 + TipWindow::kCursorOffsetY);
+
+  const Raster& picture = tip->Picture();
+  ASSERT_EQ(picture.Width(), at.right - at.left);
+  const int right = picture.Width() - 1, bottom = picture.Height() - 1;
+  for (const auto& [x, y] : {std::pair{0, 0}, {right, 0}, {0, bottom}, {right, bottom}, {5, 0}}) {
+    EXPECT_EQ(picture.GetPixel(x, y), 0x000000u) << x << "," << y;
+  }
+  EXPECT_EQ(picture.GetPixel(1, 1), 0xFFFFE1u);
+  int ink = 0;
+  for (int y = 2; y < bottom - 1; ++y) {
+    for (int x = 2; x < right - 1; ++x) ink += picture.GetPixel(x, y) == 0 ? 1 : 0;
+  }
+  EXPECT_GT(ink, 20);
+}
+
+// Near the screen's edges the tip stays on the screen and never lands
+// under the pointer, which would unload it at once.
+TEST(HostTip, KeptOnTheScreenAndOffThePointerNearItsEdges) {
+  const PixelRect screen{0, 0, 1024, 768};
+  const auto place = [&](int x, int y) { return TipWindow::PlaceByCursor(x, y, 80, 17, screen); };
+  EXPECT_EQ(place(1000, 100), (PixelRect{944, 120, 1024, 137}));
+  EXPECT_EQ(place(100, 760), (PixelRect{104, 741, 184, 758}));
+  EXPECT_EQ(place(1023, 767), (PixelRect{944, 748, 1024, 765}));
+  // A screen smaller than the tip shows its top-left corner.
+  EXPECT_EQ(TipWindow::PlaceByCursor(5, 5, 80, 17, PixelRect{0, 0, 50, 10}),
+            (PixelRect{0, 0, 80, 17}));
+  // A second display left of the first: its own edges count.
+  EXPECT_EQ(TipWindow::PlaceByCursor(-10, 100, 80, 17, PixelRect{-1280, 0, 0, 1024}),
+            (PixelRect{-80, 120, 0, 137}));
+
+  Host host;
+  host.SetScreenBounds({0, 0, 640, 480});
+  host.SetCursorPos(630, 470);
+  host.Tip().Show("Tip");
+  const PixelRect at = host.Tip().Window()->ScreenRect();
+  EXPECT_EQ(at.right, 640);
+  EXPECT_EQ(at.bottom, 470 - TipWindow::kGapAboveCursor);
 }
 
 TEST(HostWindowSystem, TheHostAnswersTheSystemCallsAndGivesThemBackAtTheEnd) {

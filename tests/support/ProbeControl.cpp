@@ -48,6 +48,19 @@ MethodInfo Returning(std::string name, std::string type_name, F body) {
   return info;
 }
 
+// A method of one argument of `type_name`, given as the Variant passed.
+template <typename F>
+MethodInfo Taking(std::string name, const char* type_name, VarType type, F body) {
+  MethodInfo info;
+  info.name = std::move(name);
+  info.params = {Param("Value", type_name, type, false)};
+  info.invoke = [body](UserControl& c, std::span<Variant> args) {
+    body(static_cast<ProbeControl&>(c), args[0]);
+    return Variant();
+  };
+  return info;
+}
+
 }  // namespace
 
 ClassInfo& ProbeControl::Info() {
@@ -66,6 +79,9 @@ ClassInfo& ProbeControl::Info() {
         Property<P>("MinWidth", "Long", &P::MinWidth, &P::SetMinWidth, "Smallest width."),
         Property<P>("LastKey", "Integer", &P::LastKey, nullptr, "The last KeyAscii used."),
         Property<P>("hWnd", "Long", &P::Window, nullptr, "The window."),
+        Property<P>("AmbientDefault", "Boolean", &P::AmbientDefault, nullptr,
+                    "The ambient DisplayAsDefault."),
+        Property<P>("HoverTip", "String", &P::HoverTip, &P::SetHoverTip, "A tip at every move."),
     };
     c.methods = {
         Method<P>("ShowCaret", &P::ShowCaret, ""),
@@ -79,6 +95,11 @@ ClassInfo& ProbeControl::Info() {
         Method<P>("FocusSelf", &P::FocusSelf, ""),
         Method<P>("Disable", &P::Disable, ""),
         Method<P>("RaiseColored", &P::RaiseColored, ""),
+        Method<P>("Untip", &P::Untip, ""),
+        Taking("Tip", "String", VarType::String,
+               [](P& p, const Variant& text) { p.Tip(text.ToString()); }),
+        Taking("AllowTips", "Boolean", VarType::Boolean,
+               [](P& p, const Variant& allowed) { p.AllowTips(allowed.ToBool()); }),
         Returning("Where", "String", [](P& p) { return Variant(p.Where()); }),
         Returning("FormIsActive", "Boolean",
                   [](P& p) { return Variant::Boolean(p.FormIsActive()); }),

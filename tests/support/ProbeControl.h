@@ -65,7 +65,7 @@ class ProbeControl : public UserControl {
     (void)RaiseEvent(MouseDown, button, shift, x, y);
   }
   void UserControl_MouseMove(int16_t& button, int16_t& shift, float& x, float& y) override {
-    (void)RaiseEvent(MouseMove, button, shift, x, y);
+    if (RaiseEvent(MouseMove, button, shift, x, y) && !hover_tip_.empty()) ShowTip(hover_tip_);
   }
   void UserControl_MouseUp(int16_t& button, int16_t& shift, float& x, float& y) override {
     (void)RaiseEvent(MouseUp, button, shift, x, y);
@@ -95,6 +95,11 @@ class ProbeControl : public UserControl {
   // The KeyAscii the last KeyPress used, after the container's handlers.
   int16_t LastKey() const { return last_key_; }
   int32_t Window() const { return hWnd(); }
+  // The ambient DisplayAsDefault its site offers now.
+  bool AmbientDefault() const { return AmbientDisplayAsDefault(); }
+  // A tip the probe shows at every pointer move over it (empty: none).
+  std::string HoverTip() const { return hover_tip_; }
+  void SetHoverTip(std::string text) { hover_tip_ = std::move(text); }
 
   // ---- Methods ----
   void ShowCaret();
@@ -112,6 +117,10 @@ class ProbeControl : public UserControl {
   bool FormIsActive() { return KestuControlsAPI::GetActiveWindow() == Container().FormHwnd(); }
   bool HasFocus() { return KestuControlsAPI::GetFocus() == hWnd(); }
   void RaiseColored();
+  // The host's tooltip, through the site as every control reaches it.
+  void Tip(std::string_view text) { ShowTip(text); }
+  void Untip() { HideTip(); }
+  void AllowTips(bool allowed) { SetTipsAllowed(allowed); }
 
  private:
   void Report(std::string procedure) { (void)RaiseEvent(Called, procedure); }
@@ -128,6 +137,7 @@ class ProbeControl : public UserControl {
   double ratio_ = 0;
   Variant data_;
   int16_t last_key_ = 0;
+  std::string hover_tip_;
 };
 
 }  // namespace kestu

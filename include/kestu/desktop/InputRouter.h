@@ -17,7 +17,9 @@ class InputRouter {
   explicit InputRouter(Host& host) : host_(host) {}
 
   // A key went down or up in `form`'s window (SDL key code and modifiers).
-  void KeyDown(Form& form, int32_t sdl_keycode, uint16_t sdl_modifiers);
+  // True when the form took the key down for itself (UserInput::KeyDown):
+  // the text it would type is not the focused control's.
+  bool KeyDown(Form& form, int32_t sdl_keycode, uint16_t sdl_modifiers);
   void KeyUp(Form& form, int32_t sdl_keycode, uint16_t sdl_modifiers);
   // Text typed in `form`'s window: one KeyPress per character.
   void Text(Form& form, std::string_view utf8);

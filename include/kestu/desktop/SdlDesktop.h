@@ -2,8 +2,8 @@
 // The host on a real display: every form of the host in its own window,
 // the window system's input routed to the controls, the host's timers run
 // on the real clock, the caret blinking, popup menus in popup windows, the
-// system clipboard and the bell. The host keeps the focus, the capture, the
-// caret and the timers; the window system only says which form is active.
+// tooltip in a window of its own, the system clipboard and the bell. The host keeps the focus, the
+// capture, the caret and the timers; the window system only says which form is active.
 //
 // One turn of the loop waits for input or the next timer, handles all the
 // input there is, runs the timers that are due and presents each window
@@ -31,6 +31,7 @@ class Host;
 class Form;
 class PopupMenu;
 class PopupMenuWindow;
+class ToolWindowView;
 
 class SdlDesktop final : public Desktop {
  public:
@@ -71,6 +72,9 @@ class SdlDesktop final : public Desktop {
   int64_t PresentCount() const { return present_count_; }
   // The window that shows `form`, or null.
   FormWindow* WindowOf(const Form& form) const;
+  // The window that shows the host's tool window `tool_hwnd` (the
+  // tooltip), or null while it is not on the screen.
+  ToolWindowView* ViewOf(int32_t tool_hwnd) const;
 
   // ---- Desktop ----
   std::optional<int> ShowPopupMenu(HostedControl& control,
@@ -82,7 +86,17 @@ class SdlDesktop final : public Desktop {
  private:
   // Opens windows for new forms and closes those of forms that went.
   void SyncWindows();
+  // Opens a window for each tool window the host shows, moves those that
+  // stay and closes the others.
+  void SyncToolWindows();
   FormWindow* WindowWithId(uint32_t window_id) const;
+  ToolWindowView* ToolViewWithId(uint32_t window_id) const;
+  // An event in a tool window's window: the pointer over it is the host's
+  // cursor there (a tip goes when the pointer reaches it).
+  void DispatchToolEvent(const SDL_Event& event, ToolWindowView& view);
+  // The pointer left `form`'s window: the control holding the capture
+  // sees it go, as SDL sends no moves from outside a window.
+  void PointerLeft(Form& form);
   Form* FormOf(const FormWindow& window) const;
   // Waits up to `wait_ms`, and never past the next timer, for input, then
   // gives `handle` each event there is until it returns false. Due timers
@@ -98,6 +112,9 @@ class SdlDesktop final : public Desktop {
   bool MenuInput(const SDL_Event& event, PopupMenu& menu, PopupMenuWindow& popup,
                  std::optional<int>& answer);
   void RunDueTimers();
+  // The host's screen becomes the display that holds screen pixel (x, y):
+  // a tip stays on the display the pointer is on.
+  void FollowDisplayAt(int x, int y);
   void PresentAll();
   // Lit again and the blink restarted: the caret shows at once after input.
   void WakeCaret();
@@ -118,6 +135,7 @@ class SdlDesktop final : public Desktop {
   static constexpr int kUnknown = -2;
   int x_connection_ = kUnknown;  // the X connection to wait on; -1: not on X
   std::vector<std::unique_ptr<FormWindow>> windows_;
+  std::vector<std::unique_ptr<ToolWindowView>> tool_views_;
   uint64_t next_tick_ms_ = 0;
   uint64_t next_blink_ms_ = 0;
   bool caret_lit_ = true;

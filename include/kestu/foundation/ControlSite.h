@@ -1,7 +1,7 @@
 #pragma once
 // What the container gives each control: its surface, the screen, the
 // ambient and extender properties, and the host services (events, menus,
-// clipboard, beep, yield). The host implements it; a control reaches it
+// clipboard, beep, yield, the shared tooltip). The host implements it; a control reaches it
 // only through UserControl's members.
 
 #include <cstdint>
@@ -105,6 +105,14 @@ class ControlSite {
   virtual void Beep() = 0;
   virtual std::string ClipboardGetText() = 0;
   virtual void ClipboardSetText(std::string_view text) = 0;
+
+  // The shared tooltip window, one per host. ShowTip sizes it to `text`
+  // plus two pixels on each side and places it by the mouse cursor; while
+  // tips are not allowed it shows nothing. HideTip unloads it (nothing
+  // happens when it is not shown).
+  virtual void ShowTip(std::string_view /*text*/) {}
+  virtual void HideTip() {}
+  virtual void SetTipsAllowed(bool /*allowed*/) {}
 
   virtual int32_t hWnd() const = 0;
   virtual int32_t hDC() const = 0;

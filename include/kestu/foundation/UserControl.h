@@ -181,9 +181,16 @@ class UserControl {
   void Beep() { site_->Beep(); }
   std::string ClipboardGetText() { return site_->ClipboardGetText(); }
   void ClipboardSetText(std::string_view text) { site_->ClipboardSetText(text); }
-  void ShowTip(std::string_view text);
-  void HideTip();
-  void SetTipsAllowed(bool allowed);
+  // The host's one tooltip window (see ControlSite); nothing without a site.
+  void ShowTip(std::string_view text) {
+    if (site_) site_->ShowTip(text);
+  }
+  void HideTip() {
+    if (site_) site_->HideTip();
+  }
+  void SetTipsAllowed(bool allowed) {
+    if (site_) site_->SetTipsAllowed(allowed);
+  }
 
   // The window of the form that holds the control: the form's own, or for
   // a multiple-document child the one that was active when the control

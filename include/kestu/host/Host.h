@@ -23,6 +23,7 @@
 #include "kestu/host/Form.h"
 #include "kestu/host/HostObserver.h"
 #include "kestu/host/HostedControl.h"
+#include "kestu/host/TipWindow.h"
 #include "kestu/host/ToolWindow.h"
 #include "kestu/host/UserInput.h"
 
@@ -48,6 +49,8 @@ class Host {
   static constexpr int kTickMilliseconds = 250;
   static constexpr int kDefaultFormWidth = 9600;
   static constexpr int kDefaultFormHeight = 7200;
+  // The screen a headless host pretends to have, in pixels.
+  static constexpr PixelRect kDefaultScreen{0, 0, 1024, 768};
 
   // Installs the host's window system (the one before comes back when the
   // host ends).
@@ -62,6 +65,10 @@ class Host {
   int TwipsPerPixelY() const { return twips_per_pixel_y_; }
   // For forms and controls created afterwards; below 1 is error 380.
   void SetTwipsPerPixel(int x, int y);
+  // The screen's pixels: where a tool window must stay. A window backend
+  // sets the display's.
+  const PixelRect& ScreenBounds() const { return screen_bounds_; }
+  void SetScreenBounds(const PixelRect& bounds) { screen_bounds_ = bounds; }
 
   // ---- Ambient defaults for controls created afterwards ----
   bool UserMode() const { return user_mode_; }
@@ -84,6 +91,8 @@ class Host {
   // Terminates the controls of a detached form and lets it go.
   void DiscardForm(std::unique_ptr<Form> form);
   Form* FindForm(std::string_view name) const;
+  // Whether `form` is one of the host's forms (a detached form is not yet).
+  bool Holds(const Form& form) const;
   const std::vector<std::unique_ptr<Form>>& Forms() const { return forms_; }
   Form* ActiveForm() const { return active_form_; }
   // Makes `form` the active window (null: none). No procedure runs: the
@@ -165,6 +174,10 @@ class Host {
   ToolWindow& CreateToolWindow();
   void DestroyToolWindow(ToolWindow& window);
   void ShowToolWindow(ToolWindow& window, bool visible);
+  // Every tool window there is, shown or not, for a window backend to show.
+  const std::vector<std::unique_ptr<ToolWindow>>& ToolWindows() const { return tool_windows_; }
+  // The one tooltip every control's site shows and hides.
+  TipWindow& Tip() { return tip_; }
 
   // ---- Observers ----
   void AddObserver(HostObserver* observer);
@@ -221,6 +234,7 @@ class Host {
 
   int twips_per_pixel_x_ = 15;
   int twips_per_pixel_y_ = 15;
+  PixelRect screen_bounds_ = kDefaultScreen;
   bool user_mode_ = true;
   FontRef default_font_;
   int32_t next_handle_ = 1;
@@ -228,6 +242,7 @@ class Host {
   std::map<int32_t, HostedControl*> device_contexts_;
   std::vector<std::unique_ptr<Form>> forms_;
   std::vector<std::unique_ptr<ToolWindow>> tool_windows_;
+  TipWindow tip_{*this};  // after the tool windows: it holds one of them
   Form* active_form_ = nullptr;
   HostedControl* focused_ = nullptr;
   int32_t capture_hwnd_ = 0;

@@ -79,6 +79,14 @@ class HostedControl final : public ControlSite {
   // Visible, and so is every container it sits in: it is on the screen.
   bool ShownOnForm() const { return visible_ && (!container_ || container_->ShownOnForm()); }
   const std::string& ToolTipText() const { return tool_tip_text_; }
+  // The form's default control (Enter presses it) and cancel control
+  // (Escape presses it): at most one of each per form. Becoming the
+  // default takes it from the control that had it, and the ambient
+  // DisplayAsDefault follows (see SetDefault).
+  bool IsDefault() const { return default_; }
+  bool IsCancel() const { return cancel_; }
+  void SetDefault(bool is_default);
+  void SetCancel(bool is_cancel);
   int16_t Align() const { return align_; }
   // Size and place forced by docking; runs UserControl_Resize when the
   // size changes.
@@ -144,6 +152,9 @@ class HostedControl final : public ControlSite {
   void Beep() override;
   std::string ClipboardGetText() override;
   void ClipboardSetText(std::string_view text) override;
+  void ShowTip(std::string_view text) override;
+  void HideTip() override;
+  void SetTipsAllowed(bool allowed) override;
   int32_t hWnd() const override { return hwnd_; }
   int32_t hDC() const override { return hdc_; }
   int32_t FormHwnd() const override;
@@ -152,6 +163,9 @@ class HostedControl final : public ControlSite {
  private:
   void ApplySize(int width_twips, int height_twips);
   void SetAlign(int16_t value);
+  // Sets the ambient DisplayAsDefault of every control of the form to
+  // whether it is the default, telling those whose value changed.
+  void ShowDefaultOnForm();
 
   Host& host_;
   Form* form_;
@@ -167,6 +181,8 @@ class HostedControl final : public ControlSite {
   bool visible_ = true;
   std::string tool_tip_text_;
   int16_t align_ = 0;
+  bool default_ = false;
+  bool cancel_ = false;
   bool window_enabled_ = true;
   bool drawing_observed_ = false;
   AmbientValues ambient_;

@@ -1,14 +1,16 @@
 #pragma once
 // A borderless top-level window that is not a form of the application: the
-// shared tooltip. The host keeps its text, place and visibility; ShowWindow
-// and MoveWindow act on it like on any window, and showing it never takes
-// the activation.
+// shared tooltip. The host keeps its text, place, visibility and picture;
+// ShowWindow and MoveWindow act on it like on any window, and showing it
+// never takes the activation. A window backend shows the picture at the
+// place while the window is visible.
 
 #include <cstdint>
 #include <functional>
 #include <string>
 
 #include "kestu/foundation/Surface.h"
+#include "kestu/raster/Raster.h"
 
 namespace kestu {
 
@@ -29,6 +31,10 @@ class ToolWindow {
   bool Visible() const { return visible_; }
   void SetVisible(bool visible) { visible_ = visible; }
 
+  // What the window shows, drawn by its owner; empty until drawn.
+  const Raster& Picture() const { return picture_; }
+  Raster& Picture() { return picture_; }
+
   // Called when the mouse pointer moves onto the visible window.
   std::function<void()> on_mouse_over;
 
@@ -37,6 +43,7 @@ class ToolWindow {
   std::string text_;
   PixelRect rect_;
   bool visible_ = false;
+  Raster picture_{0, 0};
 };
 
 }  // namespace kestu

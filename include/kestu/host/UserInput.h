@@ -34,10 +34,16 @@ class UserInput {
 
   // A key (the host's key code and Shift bits) went down or up on `form`.
   // Down: Tab moves the focus; with Alt, a control's access key goes to
-  // that control; else KeyDown to the focused control and the KeyPress
-  // the stroke sends by itself (KeyPressOfKey). Up: KeyUp to whichever
-  // control has the focus now.
-  void KeyDown(Form& form, int16_t key_code, int16_t shift);
+  // that control; Enter goes to the form's default control and Escape to
+  // its cancel control, as UserControl_AccessKeyPress with KeyAscii 13 or
+  // 27, whichever control has the focus (when the form has no such
+  // control shown and enabled, the key is an ordinary key); else KeyDown
+  // to the focused control and the KeyPress the stroke sends by itself
+  // (KeyPressOfKey). True when the form took the key for itself (Tab, an
+  // access key, Enter or Escape for a button): no text of it is typed.
+  // Up: KeyUp to whichever control has the focus now, except the up of an
+  // Enter or Escape the form took, which belongs to no one.
+  bool KeyDown(Form& form, int16_t key_code, int16_t shift);
   void KeyUp(Form& form, int16_t key_code, int16_t shift);
   // Text typed on `form`: one KeyPress per character to the focused
   // control.
@@ -45,9 +51,10 @@ class UserInput {
   // A whole key stroke: down, the character it types (Space, a digit, a
   // letter; upper case with Shift) unless Ctrl or Alt is held, up.
   void Press(Form& form, int16_t key_code, int16_t shift);
-  // Each character of `utf8` as a keyboard types it: Tab moves the focus,
-  // any other character is the stroke of its key (KeyStrokeFor) with the
-  // character as its text.
+  // Each character of `utf8` as a keyboard types it: Tab, Enter (a line
+  // break, "\n" or "\r") and Escape ("\x1B") are strokes of their keys
+  // (Press), any other character is the stroke of its key (KeyStrokeFor)
+  // with the character as its text.
   void Keys(Form& form, std::string_view utf8);
 
   // The pointer's button (the host's bits: 1 left, 2 right, 4 middle)
@@ -69,6 +76,9 @@ class UserInput {
 
  private:
   HostedControl* Focused(const Form& form) const;
+  // Enter to the default control, Escape to the cancel control: true when
+  // it went.
+  bool SendToFormButton(const Form& form, int16_t key_code, int16_t shift);
   HostedControl* Pressed() const;
   bool IsDoubleClick(const HostedControl& control, int x, int y);
   // Holds (x, y) within the pointer's reach and puts the screen cursor
@@ -80,6 +90,7 @@ class UserInput {
   Host& host_;
   HostInput input_;
   int16_t buttons_ = 0;        // the buttons held
+  int16_t button_key_ = 0;     // an Enter or Escape down that a form's button took
   int32_t pressed_hwnd_ = 0;   // the control the held buttons went down on
   bool double_click_ = false;  // the held press is the second of a double click
   // The last left press that may start a double click.
