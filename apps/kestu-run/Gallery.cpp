@@ -2,12 +2,15 @@
 
 #include <filesystem>
 #include <fstream>
+#include <memory>
+#include <string_view>
 #include <utility>
 #include <vector>
 
 #include <unistd.h>
 
 #include "kestu/foundation/ClassInfo.h"
+#include "kestu/foundation/StdPicture.h"
 #include "kestu/host/Host.h"
 
 namespace kestu {
@@ -16,7 +19,7 @@ namespace {
 
 constexpr int kTwipsPerPixel = 15;
 constexpr int kWidth = 960;  // pixels
-constexpr int kHeight = 400;
+constexpr int kHeight = 540;
 constexpr FontSpec kCaptionFont{.name = "MS Sans Serif", .pixel_size = 11.0};
 constexpr FontSpec kHeadingFont{.name = "MS Sans Serif", .pixel_size = 11.0, .bold = true};
 
@@ -41,16 +44,36 @@ int16_t Constant(const char* name) {
   return static_cast<int16_t>(ControlRegistry::Instance().FindConstant(name)->second);
 }
 
+// A floppy disk `size` pixels square in `body` colour, drawn here so that
+// the gallery needs no picture files.
+Variant DiskIcon(int size, uint32_t body) {
+  constexpr uint32_t kClear = 0x00000000;
+  constexpr uint32_t kLabel = 0xFFF0F0F0;
+  constexpr uint32_t kShutter = 0xFFA0A0A0;
+  std::vector<uint32_t> pixels(static_cast<size_t>(size) * size, kClear);
+  const int edge = size / 8;
+  for (int y = 1; y < size - 1; ++y) {
+    for (int x = 1; x < size - 1; ++x) {
+      uint32_t& pixel = pixels[static_cast<size_t>(y) * size + x];
+      pixel = body;
+      if (y < size / 2 && x >= 2 * edge && x < size - 2 * edge && y > 1) pixel = kShutter;
+      if (y > size / 2 + 1 && y < size - 2 && x >= edge && x < size - edge) pixel = kLabel;
+    }
+  }
+  return Variant(std::make_shared<const StdPicture>(size, size, std::move(pixels)));
+}
+
 }  // namespace
 
 Gallery::Gallery(Host& host) : host_(host) {
   form_ = &host.CreateForm("Gallery", kWidth * kTwipsPerPixel, kHeight * kTwipsPerPixel);
   form_->SetCaption("Kestu controls gallery");
-  AddNumberEdits();  // first in tab order: the first box takes the focus
+  AddNumberEdits();  // first in tab order
   AddTextEdits();
   AddPanels();
   AddLines();
   AddCopiers();
+  AddCommandButtons();
   DrawCaptions();
 }
 
@@ -115,7 +138,7 @@ void Gallery::AddNumberEdits() {
     std::vector<std::pair<const char*, Variant>> properties;
   };
   const Sample samples[] = {
-      {"number1", "Brazilian format, focused", {{"Value", Variant(1234567.891)}}},
+      {"number1", "Brazilian format", {{"Value", Variant(1234567.891)}}},
       {"number2",
        "US format",
        {{"NumberFormat", Variant(Constant("USFormat"))}, {"Value", Variant(1234567.891)}}},
@@ -136,9 +159,7 @@ void Gallery::AddNumberEdits() {
     std::vector<std::pair<const char*, Variant>> properties{
         {"DecMaxLength", Variant(static_cast<int16_t>(2))}};
     properties.insert(properties.end(), sample.properties.begin(), sample.properties.end());
-    HostedControl* box =
-        Place(host_, *form_, "KestuNumberEdit", sample.name, 340, y, 130, 21, properties);
-    if (box && y == 30) host_.SetFocus(box);
+    Place(host_, *form_, "KestuNumberEdit", sample.name, 340, y, 130, 21, properties);
     Label(480, y + 4, sample.caption);
     y += 28;
   }
@@ -215,6 +236,69 @@ void Gallery::AddCopiers() {
     info.FindMethod("BeginCopyFile")->invoke(done->Control(), none);
   });
   std::filesystem::remove_all(folder);
+}
+
+void Gallery::AddCommandButtons() {
+  if (!ControlRegistry::Instance().Find("KestuActiveCommand")) return;
+  Label(16, 344, "Command button (KestuActiveCommand): hover, press, Alt+letter, Enter", true);
+  const Variant blue_disk = DiskIcon(16, 0xFF1F3F8F);
+  const Variant grey_disk = DiskIcon(16, 0xFF808080);
+  struct Sample {
+    const char* name;
+    const char* caption;
+    int height;
+    std::vector<std::pair<const char*, Variant>> properties;
+  };
+  const Sample samples[] = {
+      {"cmd3d", "3D, focused", 34, {{"Caption", Variant("&Save")}}},
+      {"cmdflat", "flat", 34, {{"Caption", Variant("&Flat")}, {"Style", Variant(Constant("ccFlat"))}}},
+      {"cmdleft", "picture left", 34, {{"Caption", Variant("&Open")}, {"Picture", blue_disk}}},
+      {"cmdright",
+       "picture right",
+       34,
+       {{"Caption", Variant("&Next")},
+        {"Picture", blue_disk},
+        {"PictPosition", Variant(Constant("ccRight"))}}},
+      {"cmdtop",
+       "32 px above",
+       56,
+       {{"Caption", Variant("&Disk")},
+        {"Picture", DiskIcon(32, 0xFF1F3F8F)},
+        {"PictSize", Variant(Constant("cc32x32"))},
+        {"PictPosition", Variant(Constant("ccTop"))}}},
+      {"cmddim",
+       "disabled, dimmed",
+       34,
+       {{"Caption", Variant("Print")}, {"Picture", blue_disk}, {"Enabled", Variant::Boolean(false)}}},
+      {"cmdgrey",
+       "disabled picture",
+       34,
+       {{"Caption", Variant("Print")},
+        {"Picture", blue_disk},
+        {"DisabledPicture", grey_disk},
+        {"Enabled", Variant::Boolean(false)}}},
+      {"cmdok", "default (Enter)", 34, {{"Caption", Variant("OK")}}},
+      {"cmdtip",
+       "tooltip, bold hover",
+       34,
+       {{"Caption", Variant("&Help")},
+        {"FocusedBold", Variant::Boolean(true)},
+        {"FocusedFRColor", Variant(static_cast<int32_t>(0xC00000))}}},
+  };
+  int x = 16;
+  for (const Sample& sample : samples) {
+    HostedControl* button = Place(host_, *form_, "KestuActiveCommand", sample.name, x, 366, 96,
+                                  sample.height, sample.properties);
+    Label(x, 366 + sample.height + 6, sample.caption);
+    if (button && std::string_view(sample.name) == "cmd3d") host_.SetFocus(button);
+    if (button && std::string_view(sample.name) == "cmdok") {
+      button->SetExtender("Default", Variant::Boolean(true));
+    }
+    if (button && std::string_view(sample.name) == "cmdtip") {
+      button->SetExtender("ToolTipText", Variant("Opens the help"));
+    }
+    x += 104;
+  }
 }
 
 void Gallery::DrawCaptions() {

@@ -35,6 +35,7 @@ class Gallery {
   void AddNumberEdits();
   void AddTextEdits();
   void AddCopiers();
+  void AddCommandButtons();
   void Label(int x, int y, std::string text, bool heading = false);
   void DrawCaptions();
 

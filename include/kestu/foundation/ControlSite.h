@@ -122,14 +122,6 @@ class ControlSite {
   virtual int32_t FormHwnd() const = 0;
   virtual bool FormIsMdiChild() const { return false; }
   virtual UserControl* FormActiveControl() const = 0;
-
-  // The shared tooltip window, one per host. ShowTip sizes it to `text`
-  // plus two pixels on each side and places it by the mouse cursor; while
-  // tips are not allowed it shows nothing. HideTip unloads it (nothing
-  // happens when it is not shown).
-  virtual void ShowTip(std::string_view /*text*/) {}
-  virtual void HideTip() {}
-  virtual void SetTipsAllowed(bool /*allowed*/) {}
 };
 
 }  // namespace kestu
