@@ -50,9 +50,9 @@ void BM_HoverTransition(benchmark::State& state) {
     bench.button.UserControl_MouseMove(no_button, no_shift, x, y);
     benchmark::DoNotOptimize(bench.site.GetRaster().Pixels().data());
   }
-  state.counters["transition"] = benchmark::Counter(
-      2.0 * static_cast<double>(state.iterations()),
-      benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
+  state.counters["transition"] =
+      benchmark::Counter(2.0 * static_cast<double>(state.iterations()),
+                         benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
 }
 BENCHMARK(BM_HoverTransition);
 

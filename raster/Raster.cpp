@@ -199,15 +199,30 @@ void Raster::DrawPicture(const StdPicture& picture, int x, int y, int width, int
   if (width <= 0 || height <= 0 || src_width <= 0 || src_height <= 0) return;
   const PixelRect clipped = Intersect(BlockAt(x, y, width, height), Bounds());
   if (IsEmpty(clipped)) return;
+  // The source column under each destination column, worked out once
+  // rather than divided out again on every row.
+  std::vector<int> columns(static_cast<size_t>(clipped.right - clipped.left));
+  for (int dx = clipped.left; dx < clipped.right; ++dx) {
+    columns[static_cast<size_t>(dx - clipped.left)] = NearestSource(dx - x, width, src_width);
+  }
+  const uint32_t* source_pixels = picture.Pixels().data();
   DispatchRasterOp(op, [&](auto kOp) {
     for (int dy = clipped.top; dy < clipped.bottom; ++dy) {
-      const int sy = NearestSource(dy - y, height, src_height);
-      Rgb* row = Row(dy);
-      for (int dx = clipped.left; dx < clipped.right; ++dx) {
-        const uint32_t source = picture.PixelAt(NearestSource(dx - x, width, src_width), sy);
-        // Pixels less than half opaque are holes, as a mask would leave them.
-        if ((source >> 24) < kAlphaHalf) continue;
-        row[dx] = ApplyRasterOp(kOp(), source, row[dx]);
+      const uint32_t* source_row =
+          source_pixels +
+          static_cast<size_t>(NearestSource(dy - y, height, src_height)) * src_width;
+      Rgb* row = Row(dy) + clipped.left;
+      // Pixels less than half opaque are holes, as a mask would leave them.
+      // Chosen without a branch, so that a picture at its own size (the
+      // usual icon) blends a vector at a time.
+      const auto blend = [&](size_t i, uint32_t source) {
+        row[i] = (source >> 24) < kAlphaHalf ? row[i] : ApplyRasterOp(kOp(), source, row[i]);
+      };
+      if (width == src_width) {
+        const uint32_t* source = source_row + columns.front();
+        for (size_t i = 0; i < columns.size(); ++i) blend(i, source[i]);
+      } else {
+        for (size_t i = 0; i < columns.size(); ++i) blend(i, source_row[columns[i]]);
       }
     }
   });

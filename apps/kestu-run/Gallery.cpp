@@ -19,7 +19,7 @@ namespace {
 
 constexpr int kTwipsPerPixel = 15;
 constexpr int kWidth = 960;  // pixels
-constexpr int kHeight = 540;
+constexpr int kHeight = 450;
 constexpr FontSpec kCaptionFont{.name = "MS Sans Serif", .pixel_size = 11.0};
 constexpr FontSpec kHeadingFont{.name = "MS Sans Serif", .pixel_size = 11.0, .bold = true};
 
@@ -251,7 +251,10 @@ void Gallery::AddCommandButtons() {
   };
   const Sample samples[] = {
       {"cmd3d", "3D, focused", 34, {{"Caption", Variant("&Save")}}},
-      {"cmdflat", "flat", 34, {{"Caption", Variant("&Flat")}, {"Style", Variant(Constant("ccFlat"))}}},
+      {"cmdflat",
+       "flat",
+       34,
+       {{"Caption", Variant("&Flat")}, {"Style", Variant(Constant("ccFlat"))}}},
       {"cmdleft", "picture left", 34, {{"Caption", Variant("&Open")}, {"Picture", blue_disk}}},
       {"cmdright",
        "picture right",
@@ -269,7 +272,9 @@ void Gallery::AddCommandButtons() {
       {"cmddim",
        "disabled, dimmed",
        34,
-       {{"Caption", Variant("Print")}, {"Picture", blue_disk}, {"Enabled", Variant::Boolean(false)}}},
+       {{"Caption", Variant("Print")},
+        {"Picture", blue_disk},
+        {"Enabled", Variant::Boolean(false)}}},
       {"cmdgrey",
        "disabled picture",
        34,
