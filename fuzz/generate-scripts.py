@@ -11,7 +11,8 @@ usage: generate-scripts.py FOLDER [COUNT] [SEED]"""
 import random
 import sys
 
-CLASSES = ["KestuNumberEdit", "KestuTextEdit", "KestuPanel3D", "KestuLine3D", "KestuCopyFile"]
+CLASSES = ["KestuNumberEdit", "KestuTextEdit", "KestuPanel3D", "KestuLine3D", "KestuCopyFile",
+           "KestuActiveCommand"]
 # Each class's own properties and methods (a name a class lacks stops the
 # script as a bad line), and the extender's, which every control has.
 PROPERTIES = {
@@ -31,17 +32,24 @@ PROPERTIES = {
     "KestuLine3D": ["Light3DColor", "Shadow3DColor", "LineStyle", "LineOrientation"],
     "KestuCopyFile": ["StartCaption", "BlockSize", "VolumeSize", "ForeColor", "SourceFile",
                       "NewFile"],
+    "KestuActiveCommand": ["Caption", "Enabled", "Font", "ForeColor", "BackColor",
+                           "FocusedFRColor", "LightColorIn", "ShadowColorOut", "Picture",
+                           "DisabledPicture", "DownPicture", "FocusedPicture", "PictSize",
+                           "PictPosition", "Margin", "Distance", "FocusedBold",
+                           "FocusedUnderline", "ActiveBorder", "Style", "hwnd"],
 }
-EXTENDER = ["Left", "Top", "Width", "Height", "Visible", "TabIndex", "Align", "ToolTipText"]
+EXTENDER = ["Left", "Top", "Width", "Height", "Visible", "TabIndex", "Align", "ToolTipText",
+            "Default", "Cancel"]
 METHODS = {"KestuNumberEdit": ["SelectAll", "XFocus"], "KestuCopyFile": ["BeginCopyFile"],
            "KestuTextEdit": ["SelectAll", "XFocus", "SetPosition", "SetSelectedText",
                              "IsValidChar"],
-           "KestuPanel3D": [], "KestuLine3D": []}
+           "KestuPanel3D": [], "KestuLine3D": [], "KestuActiveCommand": ["XFocus"]}
 NUMBERS = ["0", "1", "-1", "2", "15", "255", "32767", "-32768", "65535", "2147483647",
            "-2147483648", "1E+15", "-1E+15", "0.5", "1234567.891", "1E+308", "0x80000005"]
 STRINGS = ['""', '"a"', '"1,5"', '"99/99/9999"', '"(999) AAA-aaXCc#"', '"ç"', '"\\xFF\\xFE"', '"&&&"', '"\\u{1F600}"', '"' + "9" * 300 + '"']
 WORDS = ["True", "False", "Empty", "Null", "Nothing", "KSTPN_Raised", "LnVertical",
-         'font("DejaVu Sans", 9.75, bold)', 'picture("nowhere.png")']
+         'font("DejaVu Sans", 9.75, bold)', 'picture("nowhere.png")',
+         'picture("disk16.png")']
 
 
 def value(rng):

@@ -10,6 +10,8 @@ work=$(mktemp -d)
 here=$(cd "$(dirname "$0")" && pwd)
 python3 "$here/generate-scripts.py" "$work" "$count" "$seed"
 findings=0
+# The one picture file the scripts name that exists.
+cp "$here/../tests/data/pictures/buttons/disk16.png" "$work/"
 cd "$work"
 for script in gen*.kss; do
   ASAN_OPTIONS=detect_leaks=1:abort_on_error=1 UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 \
