@@ -29,10 +29,6 @@ struct ButtonRules {
   // The button takes the focus: a press focuses it and Click needs the
   // focus. A button that never takes it counts as always focused.
   bool takes_focus = true;
-  // Click is raised after the button is drawn up (else before).
-  bool clicks_after_drawing_up = true;
-  // A modifier held at the release cancels the click.
-  bool modifiers_cancel_click = true;
 };
 
 class PictureButton : public UserControl {
