@@ -13,7 +13,6 @@
 #include <string>
 
 #include "desktop/TwoNumberBoxes.h"
-#include "kestu/desktop/ToolWindowView.h"
 #include "kestu/foundation/KestuControlsAPI.h"
 #include "kestu/host/Host.h"
 #include "kestu/host/Snapshot.h"
@@ -151,78 +150,14 @@ TEST_F(SdlDesktopTest, TimersAndTheCaretGoOnWhileAPopupMenuIsOpen) {
   EXPECT_FALSE(ShowsTheForm(/*caret_lit=*/true));
 }
 
-// The names of the events the controls raise and the procedures the probe
-// reports, in order.
+// The names of the events the controls raise, in order.
 class EventLog : public HostObserver {
  public:
-  void OnEvent(HostedControl& control, const EventInfo& event,
-               std::span<EventArgument> arguments) override {
-    log.append(control.Name()).append(".").append(event.name);
-    if (event.name == "Called") log.append(" ").append(arguments[0].ref.Get().ToString());
-    log.append(";");
+  void OnEvent(HostedControl& control, const EventInfo& event, std::span<EventArgument>) override {
+    log.append(control.Name()).append(".").append(event.name).append(";");
   }
   std::string log;
 };
-
-TEST_F(SdlDesktopTest, AShownTipIsAWindowOfItsOwnThatGoesWhenThePointerReachesIt) {
-  host_.SetCursorPos(40, 50);
-  host_.Tip().Show("Tip");
-  const ToolWindow& tip = *host_.Tip().Window();
-  const int32_t hwnd = tip.hWnd();
-  desktop_->RunOnce(0);
-  const ToolWindowView* view = desktop_->ViewOf(hwnd);
-  ASSERT_NE(view, nullptr);
-  EXPECT_NE(SDL_GetWindowFlags(view->Window()) & SDL_WINDOW_TOOLTIP, 0u);
-  int width = 0, height = 0;
-  SDL_GetWindowSize(view->Window(), &width, &height);
-  EXPECT_EQ(width, tip.Picture().Width());
-  EXPECT_EQ(height, tip.Picture().Height());
-  const SDL_Surface* surface = SDL_GetWindowSurface(view->Window());
-  const auto* row = static_cast<const uint32_t*>(surface->pixels);
-  EXPECT_EQ(row[0] & 0x00FFFFFF, tip.Picture().GetPixel(0, 0));
-  EXPECT_EQ(row[1 + surface->pitch / 4] & 0x00FFFFFF, tip.Picture().GetPixel(1, 1));
-  // The form keeps the activation.
-  EXPECT_EQ(host_.ActiveForm(), form_);
-
-  SDL_Event move{};
-  move.type = SDL_MOUSEMOTION;
-  move.motion.windowID = view->WindowId();
-  move.motion.x = 2;
-  move.motion.y = 2;
-  SDL_PushEvent(&move);
-  desktop_->RunOnce(0);
-  EXPECT_EQ(host_.Tip().Window(), nullptr);
-  EXPECT_EQ(desktop_->ViewOf(hwnd), nullptr);
-}
-
-// Alt with an access key and Enter for the default button are the form's:
-// the focused control hears none of them, not even the text SDL sends
-// along with the key.
-TEST_F(SdlDesktopTest, AccessKeysAndEnterGoToTheirControlsAndTypeNothing) {
-  HostedControl& ok =
-      host_.NewControl(*form_, ProbeControl::Info(), "ok", TwipsRect{2400, 300, 1200, 480});
-  HostedControl& p =
-      host_.NewControl(*form_, ProbeControl::Info(), "p", TwipsRect{2400, 900, 1200, 480});
-  ok.SetExtender("Default", Variant::Boolean(true));
-  host_.SetFocus(&p);
-  EventLog events;
-  host_.AddObserver(&events);
-  SDL_Event alt_p{};
-  alt_p.type = SDL_KEYDOWN;
-  alt_p.key.windowID = WindowId();
-  alt_p.key.keysym.sym = SDLK_p;
-  alt_p.key.keysym.mod = KMOD_LALT;
-  SDL_PushEvent(&alt_p);
-  SDL_Event typed{};
-  typed.type = SDL_TEXTINPUT;
-  typed.text.windowID = WindowId();
-  SDL_strlcpy(typed.text.text, "p", sizeof(typed.text.text));
-  SDL_PushEvent(&typed);
-  PushKey(SDLK_RETURN, nullptr);
-  desktop_->RunOnce(0);
-  host_.RemoveObserver(&events);
-  EXPECT_EQ(events.log, "ok.Called AccessKeyPress 112;ok.Called AccessKeyPress 13;");
-}
 
 // SDL sends no moves from outside a window: when the pointer leaves it,
 // the control holding the capture hears one from where the pointer went,
