@@ -5,9 +5,7 @@
 #include <cmath>
 #include <string>
 
-#include "kestu/foundation/PropertyBag.h"
 #include "kestu/host/Host.h"
-#include "support/ExpectRuntimeError.h"
 
 namespace kestu {
 namespace {
@@ -65,15 +63,6 @@ TEST_F(NumberEditTest, AHandlerThatRemovesTheBoxEndsTheKeystroke) {
   EXPECT_TRUE(form_.Controls().empty());
 }
 
-TEST_F(NumberEditTest, ATextPast32767CharactersLoadsNothing) {
-  PropertyBag bag;
-  bag.WriteProperty("Text", Variant(std::string(32768, '1')));
-  ExpectRuntimeError(err::kOverflow, [&] {
-    host_.LoadControl(form_, KestuNumberEdit::Info(), "n1", bag, TwipsRect{0, 0, 1800, 315});
-  });
-  EXPECT_TRUE(form_.Controls().empty());
-}
-
 TEST_F(NumberEditTest, CaretKeepsTheScreenTheBoxWasCreatedOn) {
   host_.SetTwipsPerPixel(30, 30);
   KestuNumberEdit& box = NewBox({0, 0, 1800, 330});
@@ -97,14 +86,6 @@ TEST_F(NumberEditTest, EnabledReachesTheWindowAtOnce) {
   EXPECT_FALSE(host_.GetCaret()->shown);
   box.SetEnabled(true);
   EXPECT_TRUE(hosted_->WindowEnabled());
-}
-
-TEST_F(NumberEditTest, TerminateDestroysTheCaret) {
-  NewBox();
-  host_.SetFocus(hosted_);
-  ASSERT_TRUE(host_.GetCaret().has_value());
-  host_.RemoveControl(*hosted_);
-  EXPECT_FALSE(host_.GetCaret().has_value());
 }
 
 }  // namespace
