@@ -521,9 +521,10 @@ OLE_COLOR KestuTextEdit::TextColor() const {
   return locked_ ? locked_color_ : fore_color_;
 }
 
-int KestuTextEdit::TextPixels(int characters) {
-  const size_t count = static_cast<size_t>(std::clamp(characters, 0, Length()));
-  return ToPixelsX(TextWidth(EncodeUtf8(std::u32string_view(text_).substr(0, count))));
+int KestuTextEdit::TextPixels(std::string_view utf8, int characters) {
+  size_t bytes = 0;
+  for (int i = 0; i < characters && bytes < utf8.size(); ++i) NextCodePoint(utf8, bytes);
+  return ToPixelsX(TextWidth(utf8.substr(0, bytes)));
 }
 
 void KestuTextEdit::Redraw() {
@@ -538,23 +539,25 @@ void KestuTextEdit::Redraw() {
   const int top_px = (face.bottom_px + 1 - line_height_px) / 2;
   // Left-aligned 3 pixels in; scrolled sideways so the caret stays seen.
   const int visible_px = std::max(face.right_px - 6, 1);
-  const int caret_px = TextPixels(cursor_);
+  // Encoded once: the caret, the selection and the text measure from it.
+  const std::string utf8 = EncodeUtf8(text_);
+  const int caret_px = TextPixels(utf8, cursor_);
   if (caret_px - left_text_ > visible_px) left_text_ = Narrow(caret_px - visible_px);
   if (caret_px < left_text_) left_text_ = Narrow(caret_px);
   text_left_px_ = 3 - left_text_;
 
   // Measured only when drawn: each measure is a pass over the text.
   const bool selected = HasSelection() && has_focus_ && AmbientUserMode();
-  const int selection_left_px = selected ? text_left_px_ + TextPixels(SelStart()) : 0;
+  const int selection_left_px = selected ? text_left_px_ + TextPixels(utf8, SelStart()) : 0;
   const int selection_right_px =
-      selected ? text_left_px_ + TextPixels(SelStart() + SelLength()) : 0;
+      selected ? text_left_px_ + TextPixels(utf8, SelStart() + SelLength()) : 0;
   if (selected && selection_3d_) {
     DrawSelectionPlate(PixelsX(selection_left_px - 2), PixelsY(top_px - 1),
                        PixelsX(selection_right_px + 1), PixelsY(top_px + line_height_px));
   }
   SetCurrentX(PixelsX(text_left_px_));
   SetCurrentY(PixelsY(top_px));
-  Print(EncodeUtf8(text_));
+  Print(utf8);
   if (selected && !selection_3d_) {
     InvertSelection(PixelsX(selection_left_px - 1), PixelsY(top_px), PixelsX(selection_right_px),
                     PixelsY(top_px + line_height_px - 1));

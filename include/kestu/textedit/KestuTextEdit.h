@@ -107,7 +107,7 @@ class KestuTextEdit : public EditBox {
   void FocusArrived() override;
   void LostFocusRoutine() override;
   OLE_COLOR TextColor() const;
-  int TextPixels(int characters);
+  int TextPixels(std::string_view utf8, int characters);
   int BoundaryAt(float x_twips);
   // Just after the last character typed (literals and spaces after it
   // do not count).
