@@ -15,7 +15,9 @@ configure_and_build() {
 }
 
 echo "== normal build"
-configure_and_build build/release -DCMAKE_BUILD_TYPE=Release
+# Laid out as Debian's packages are (/usr, the multiarch library folder),
+# which the install check then installs under DESTDIR and at a staging prefix.
+configure_and_build build/release -DCMAKE_BUILD_TYPE=Release -DCMAKE_INSTALL_PREFIX=/usr
 ctest --test-dir build/release --output-on-failure -j "$jobs"
 
 echo "== AddressSanitizer + UndefinedBehaviorSanitizer build"
