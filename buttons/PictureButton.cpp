@@ -329,8 +329,7 @@ void PictureButton::UserControl_KeyUp(int16_t& key_code, int16_t& shift) {
   if (key_code != kSpace) return;
   pressed_ = false;
   mouse_held_ = false;
-  tip_shown_ = false;
-  HideTip();
+  WithdrawTip();
   SetTipsAllowed(false);
   draw_state_ = 0;
   Redraw();
@@ -344,8 +343,7 @@ void PictureButton::UserControl_MouseDown(int16_t& button, int16_t& /*shift*/, f
                                           float& /*y*/) {
   if (enabled_ && rules_.takes_focus) KestuControlsAPI::SetFocus(hWnd());
   mouse_held_ = true;
-  tip_shown_ = false;
-  HideTip();
+  WithdrawTip();
   tip_ticks_ = 0;
   ReleaseHover();
   if (pressed_) return;
@@ -366,8 +364,7 @@ void PictureButton::UserControl_MouseUp(int16_t& button, int16_t& shift, float& 
   Redraw();
   DoEvents();
   if (button != button::kLeft) return;
-  tip_shown_ = false;
-  HideTip();
+  WithdrawTip();
   // Where the pointer was released is not asked: a left release outside
   // still clicks a focused button, and a modifier held never clicks.
   static_cast<void>(ClickWithoutTips(shift == 0 && has_focus_));
@@ -394,10 +391,8 @@ void PictureButton::UserControl_MouseMove(int16_t& button, int16_t& /*shift*/, f
       Redraw();
       if (!RaiseEvent(MouseEnter)) return;
     } else if (!inside) {
-      tip_shown_ = false;
-      HideTip();
-      KestuControlsAPI::ReleaseCapture();
-      hover_ = false;
+      WithdrawTip();
+      ReleaseHover();
       Redraw();
       if (!RaiseEvent(MouseExit)) return;
     }
@@ -406,8 +401,7 @@ void PictureButton::UserControl_MouseMove(int16_t& button, int16_t& /*shift*/, f
 }
 
 void PictureButton::UserControl_AccessKeyPress(int16_t& /*key_ascii*/) {
-  tip_shown_ = false;
-  HideTip();
+  WithdrawTip();
   static_cast<void>(ClickWithoutTips(enabled_));
 }
 
@@ -417,6 +411,11 @@ bool PictureButton::ClickWithoutTips(bool clicks) {
   if (clicks && !RaiseEvent(Click)) return false;
   SetTipsAllowed(true);
   return true;
+}
+
+void PictureButton::WithdrawTip() {
+  tip_shown_ = false;
+  HideTip();
 }
 
 void PictureButton::ReleaseHover() {

@@ -3,7 +3,6 @@
 #include <filesystem>
 #include <fstream>
 #include <memory>
-#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -248,6 +247,8 @@ void Gallery::AddCommandButtons() {
     const char* caption;
     int height;
     std::vector<std::pair<const char*, Variant>> properties;
+    // What the form keeps for the button: a tip, the default button.
+    std::vector<std::pair<const char*, Variant>> extender = {};
   };
   const Sample samples[] = {
       {"cmd3d", "3D, focused", 34, {{"Caption", Variant("&Save")}}},
@@ -282,27 +283,28 @@ void Gallery::AddCommandButtons() {
         {"Picture", blue_disk},
         {"DisabledPicture", grey_disk},
         {"Enabled", Variant::Boolean(false)}}},
-      {"cmdok", "default (Enter)", 34, {{"Caption", Variant("OK")}}},
+      {"cmdok",
+       "default (Enter)",
+       34,
+       {{"Caption", Variant("OK")}},
+       {{"Default", Variant::Boolean(true)}}},
       {"cmdtip",
        "tooltip, bold hover",
        34,
        {{"Caption", Variant("&Help")},
         {"FocusedBold", Variant::Boolean(true)},
-        {"FocusedFRColor", Variant(static_cast<int32_t>(0xC00000))}}},
+        {"FocusedFRColor", Variant(static_cast<int32_t>(0xC00000))}},
+       {{"ToolTipText", Variant("Opens the help")}}},
   };
   int x = 16;
   for (const Sample& sample : samples) {
     HostedControl* button = Place(host_, *form_, "KestuActiveCommand", sample.name, x, 366, 96,
                                   sample.height, sample.properties);
     Label(x, 366 + sample.height + 6, sample.caption);
-    if (button && std::string_view(sample.name) == "cmd3d") host_.SetFocus(button);
-    if (button && std::string_view(sample.name) == "cmdok") {
-      button->SetExtender("Default", Variant::Boolean(true));
-    }
-    if (button && std::string_view(sample.name) == "cmdtip") {
-      button->SetExtender("ToolTipText", Variant("Opens the help"));
-    }
     x += 104;
+    if (!button) continue;
+    for (const auto& [name, value] : sample.extender) button->SetExtender(name, value);
+    if (&sample == &samples[0]) host_.SetFocus(button);  // the focused look
   }
 }
 

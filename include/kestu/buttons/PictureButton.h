@@ -116,6 +116,8 @@ class PictureButton : public UserControl {
   // Raises Click when `clicks`, with tips forbidden while its handlers run;
   // false when a handler destroyed the button.
   [[nodiscard]] bool ClickWithoutTips(bool clicks);
+  // Hides the tip, and lets the next quiet checks show it again.
+  void WithdrawTip();
   void ReleaseHover();
 
   ButtonRules rules_;
