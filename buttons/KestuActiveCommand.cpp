@@ -4,30 +4,6 @@
 
 namespace kestu {
 
-namespace {
-
-struct CommandEvents {
-  EventInfo click{"Click",
-                  {},
-                  "Occurs when the user presses and releases the button. [Ocorre quando o "
-                  "usuário pressiona e solta o botão.]"};
-  EventInfo mouse_enter{"MouseEnter",
-                        {},
-                        "Occurs when the pointer comes over the button. [Ocorre quando o "
-                        "ponteiro passa sobre o botão.]"};
-  EventInfo mouse_exit{"MouseExit",
-                       {},
-                       "Occurs when the pointer leaves the button. [Ocorre quando o ponteiro "
-                       "sai do botão.]"};
-};
-
-const CommandEvents& Events() {
-  static const CommandEvents events;
-  return events;
-}
-
-}  // namespace
-
 ClassInfo& KestuActiveCommand::Info() {
   static ClassInfo info = [] {
     ClassInfo c;
@@ -42,7 +18,7 @@ ClassInfo& KestuActiveCommand::Info() {
     c.redraw = [](UserControl& button) { static_cast<KestuActiveCommand&>(button).Redraw(); };
     c.methods = {Method<KestuActiveCommand>("XFocus", &KestuActiveCommand::XFocus,
                                             "Gives the button the focus. [Dá o foco ao botão.]")};
-    c.events = {&Events().click, &Events().mouse_enter, &Events().mouse_exit};
+    c.events = SharedEvents();
     c.enums = SharedEnums();
     c.default_event = "Click";
     return c;
@@ -52,8 +28,7 @@ ClassInfo& KestuActiveCommand::Info() {
 
 KESTU_REGISTER_CONTROL(KestuActiveCommand)
 
-KestuActiveCommand::KestuActiveCommand()
-    : PictureButton(ButtonRules{}, Events().click, Events().mouse_enter, Events().mouse_exit) {}
+KestuActiveCommand::KestuActiveCommand() : PictureButton(ButtonRules{}) {}
 
 void KestuActiveCommand::UserControl_InitProperties() {
   SetFont(AmbientFont());

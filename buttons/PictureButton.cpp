@@ -34,14 +34,41 @@ struct PictureButton::CaptionText {
   std::string access_key;
 };
 
-PictureButton::PictureButton(const ButtonRules& rules, const EventInfo& click,
-                             const EventInfo& mouse_enter, const EventInfo& mouse_exit)
-    : Click(click),
-      MouseEnter(mouse_enter),
-      MouseExit(mouse_exit),
-      rules_(rules),
+namespace {
+
+struct ButtonEvents {
+  EventInfo click{"Click",
+                  {},
+                  "Occurs when the user presses and releases the button. [Ocorre quando o "
+                  "usuário pressiona e solta o botão.]"};
+  EventInfo mouse_enter{"MouseEnter",
+                        {},
+                        "Occurs when the pointer comes over the button. [Ocorre quando o "
+                        "ponteiro passa sobre o botão.]"};
+  EventInfo mouse_exit{"MouseExit",
+                       {},
+                       "Occurs when the pointer leaves the button. [Ocorre quando o ponteiro "
+                       "sai do botão.]"};
+};
+
+const ButtonEvents& Events() {
+  static const ButtonEvents events;
+  return events;
+}
+
+}  // namespace
+
+std::vector<const EventInfo*> PictureButton::SharedEvents() {
+  return {&Events().click, &Events().mouse_enter, &Events().mouse_exit};
+}
+
+PictureButton::PictureButton(const ButtonRules& rules)
+    : Click(Events().click),
+      MouseEnter(Events().mouse_enter),
+      MouseExit(Events().mouse_exit),
       // A button that never takes the focus never has it refuse a click.
-      has_focus_(!rules.takes_focus) {}
+      has_focus_(!rules.takes_focus),
+      rules_(rules) {}
 
 void PictureButton::UserControl_Initialize() {
   pixel_x_ = Int16::From(ScreenTwipsPerPixelX());
@@ -54,6 +81,7 @@ void PictureButton::UserControl_Initialize() {
   shadow_color_in_ = syscolor::kButtonShadow;
   light_color_out_ = syscolor::k3DHighlight;
   shadow_color_out_ = syscolor::k3DDarkShadow;
+  style_ = rules_.creation_style;
   picture_px_ = 16;
   Layout();
   SetTipsAllowed(true);
@@ -433,7 +461,7 @@ bool PictureButton::PointerInside() const {
 }
 
 void PictureButton::PeriodicCheck() {
-  if (enabled_ && FormStoppedBeingActive(form_active_, form_window_)) {
+  if (rules_.takes_focus && enabled_ && FormStoppedBeingActive(form_active_, form_window_)) {
     LostFocusRoutine();
     pressed_ = false;
     ReleaseHover();

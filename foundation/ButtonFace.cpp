@@ -23,6 +23,8 @@ void BevelInset(UserControl& control, const ButtonExtent& e, int inset, OLE_COLO
 void DrawButtonFrames(UserControl& control, ButtonLook look, const ButtonFrameColors& c,
                       const ButtonExtent& extent, bool enabled) {
   switch (look) {
+    case ButtonLook::Bare:
+      return;
     case ButtonLook::IdleFlat:
       BevelInset(control, extent, 0, c.light_out, c.shadow_in);
       return;

@@ -283,6 +283,11 @@ void UserControl::SetHeight(float twips) {
   site_->RequestSize(site_->WidthTwips(), static_cast<int>(std::lround(twips)));
 }
 
+void UserControl::SetSize(float width_twips, float height_twips) {
+  site_->RequestSize(static_cast<int>(std::lround(width_twips)),
+                     static_cast<int>(std::lround(height_twips)));
+}
+
 void UserControl::SetFont(FontRef font) {
   font_ = std::move(font);
 }

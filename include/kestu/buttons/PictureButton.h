@@ -27,8 +27,11 @@ enum ccStyle : int32_t { cc3D = 0, ccFlat = 1 };
 // Where one button differs from the other: data, not copies of routines.
 struct ButtonRules {
   // The button takes the focus: a press focuses it and Click needs the
-  // focus. A button that never takes it counts as always focused.
+  // focus. A button that never takes it counts as always focused, and its
+  // periodic check leaves the form's focus alone.
   bool takes_focus = true;
+  // The Style a new button starts with.
+  int16_t creation_style = cc3D;
 };
 
 class PictureButton : public UserControl {
@@ -76,13 +79,13 @@ class PictureButton : public UserControl {
   void Redraw();
 
  protected:
-  PictureButton(const ButtonRules& rules, const EventInfo& click, const EventInfo& mouse_enter,
-                const EventInfo& mouse_exit);
+  explicit PictureButton(const ButtonRules& rules);
 
   // The properties both buttons have, in the order of the interface, and
-  // the enumerations they use.
+  // the enumerations and events they use.
   static std::vector<PropertyInfo> SharedProperties();
   static std::vector<EnumInfo> SharedEnums();
+  static std::vector<const EventInfo*> SharedEvents();
 
   // The look of the frames as this button draws them now.
   virtual ButtonLook FramesLook() const;
@@ -94,11 +97,26 @@ class PictureButton : public UserControl {
 
   void GotFocusRoutine();
   void LostFocusRoutine();
-  bool HasFocus() const { return has_focus_; }
-  bool Hover() const { return hover_; }
-  bool IsDown() const { return draw_state_ == 1; }
   bool IsDefault() const { return is_default_; }
   int16_t Style() const { return style_; }
+  int16_t PictSize() const { return pict_size_; }
+  Int16 PixelX() const { return pixel_x_; }
+  Int16 PixelY() const { return pixel_y_; }
+
+  // Whether the screen's cursor lies in the button's window.
+  bool PointerInside() const;
+  // Hides the tip, and lets the next quiet checks show it again.
+  void WithdrawTip();
+  void ReleaseHover();
+
+  // The interaction state, which each button's handlers drive.
+  bool has_focus_ = false;
+  bool hover_ = false;
+  bool pressed_ = false;
+  bool mouse_held_ = false;
+  int16_t draw_state_ = 0;  // 0 up, 1 down
+  bool tip_shown_ = false;
+  int16_t tip_ticks_ = 0;
 
  private:
   struct CaptionText;
@@ -112,13 +130,9 @@ class PictureButton : public UserControl {
   void DrawFocusRectangle();
   ButtonFrameColors FrameColors() const;
   const PictureRef* PictureForLook(bool& shifted_by_horizontal_pixel) const;
-  bool PointerInside() const;
   // Raises Click when `clicks`, with tips forbidden while its handlers run;
   // false when a handler destroyed the button.
   [[nodiscard]] bool ClickWithoutTips(bool clicks);
-  // Hides the tip, and lets the next quiet checks show it again.
-  void WithdrawTip();
-  void ReleaseHover();
 
   ButtonRules rules_;
 
@@ -160,14 +174,6 @@ class PictureButton : public UserControl {
   int16_t picture_px_ = 16;
   std::string access_key_;
 
-  // The interaction state.
-  bool has_focus_ = false;
-  bool hover_ = false;
-  bool pressed_ = false;
-  bool mouse_held_ = false;
-  int16_t draw_state_ = 0;  // 0 up, 1 down
-  bool tip_shown_ = false;
-  int16_t tip_ticks_ = 0;
   bool form_active_ = true;
   int32_t form_window_ = 0;
   bool is_default_ = false;

@@ -14,6 +14,7 @@ enum class ButtonLook {
   IdleFlat,    // one thin raised bevel: the flat style at rest
   Hot,         // focused, default or under the pointer: a dark outline and two raised bevels
   Down,        // pressed: two solid shadow frames
+  Bare,        // no frame: a flat toolbar button at rest on a running form
 };
 
 // The four colours of a button's bevels: "out" is the outer bevel's pair,

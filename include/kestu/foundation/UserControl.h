@@ -134,6 +134,8 @@ class UserControl {
   float Height() const;
   void SetWidth(float twips);
   void SetHeight(float twips);
+  // Both at once: the container resizes the control once.
+  void SetSize(float width_twips, float height_twips);
 
   int16_t DrawMode() const { return draw_mode_; }
   void SetDrawMode(int16_t mode);
