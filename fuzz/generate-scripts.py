@@ -12,7 +12,8 @@ import random
 import sys
 
 CLASSES = ["KestuNumberEdit", "KestuTextEdit", "KestuPanel3D", "KestuLine3D", "KestuCopyFile",
-           "KestuActiveCommand"]
+           "KestuActiveCommand", "KestuTBBar", "KestuTBSeparator", "KestuTBButton"]
+CONTAINERS = ["KestuPanel3D", "KestuTBBar"]
 # Each class's own properties and methods (a name a class lacks stops the
 # script as a bad line), and the extender's, which every control has.
 PROPERTIES = {
@@ -37,17 +38,22 @@ PROPERTIES = {
                            "DisabledPicture", "DownPicture", "FocusedPicture", "PictSize",
                            "PictPosition", "Margin", "Distance", "FocusedBold",
                            "FocusedUnderline", "ActiveBorder", "Style", "hwnd"],
+    "KestuTBBar": ["Light3DColor", "Shadow3DColor", "BackColor", "ShowLeftLines", "AutoHeight",
+                   "ShowTwoLeftLines"],
+    "KestuTBSeparator": ["Light3DColor", "Shadow3DColor", "BackColor", "AutoHeight"],
 }
+PROPERTIES["KestuTBButton"] = PROPERTIES["KestuActiveCommand"] + ["AutoSize"]
 EXTENDER = ["Left", "Top", "Width", "Height", "Visible", "TabIndex", "Align", "ToolTipText",
             "Default", "Cancel"]
 METHODS = {"KestuNumberEdit": ["SelectAll", "XFocus"], "KestuCopyFile": ["BeginCopyFile"],
            "KestuTextEdit": ["SelectAll", "XFocus", "SetPosition", "SetSelectedText",
                              "IsValidChar"],
-           "KestuPanel3D": [], "KestuLine3D": [], "KestuActiveCommand": ["XFocus"]}
+           "KestuPanel3D": [], "KestuLine3D": [], "KestuActiveCommand": ["XFocus"],
+           "KestuTBBar": [], "KestuTBSeparator": [], "KestuTBButton": []}
 NUMBERS = ["0", "1", "-1", "2", "15", "255", "32767", "-32768", "65535", "2147483647",
            "-2147483648", "1E+15", "-1E+15", "0.5", "1234567.891", "1E+308", "0x80000005"]
 STRINGS = ['""', '"a"', '"1,5"', '"99/99/9999"', '"(999) AAA-aaXCc#"', '"ç"', '"\\xFF\\xFE"', '"&&&"', '"\\u{1F600}"', '"' + "9" * 300 + '"']
-WORDS = ["True", "False", "Empty", "Null", "Nothing", "KSTPN_Raised", "LnVertical",
+WORDS = ["True", "False", "Empty", "Null", "Nothing", "KSTPN_Raised", "LnVertical", "ccBarTo32x32",
          'font("DejaVu Sans", 9.75, bold)', 'picture("nowhere.png")',
          'picture("disk16.png")']
 
@@ -87,7 +93,7 @@ def line(rng, names, containers):
                          [rng.choice(["0", "15", "600", "1500", "3000"]) for _ in range(2)])
         if good:
             names.append(new)
-            if cls == "KestuPanel3D":
+            if cls in CONTAINERS:
                 containers.append(new)
         return "new %s %s %s%s" % (cls, new, where if good else rect(rng), place)
     name = rng.choice(names)
