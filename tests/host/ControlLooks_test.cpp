@@ -9,12 +9,15 @@
 #include <vector>
 
 #include "kestu/buttons/KestuActiveCommand.h"
+#include "kestu/buttons/KestuTBButton.h"
 #include "kestu/decor/KestuLine3D.h"
 #include "kestu/decor/KestuPanel3D.h"
 #include "kestu/host/Host.h"
 #include "kestu/host/Snapshot.h"
 #include "kestu/numberedit/KestuNumberEdit.h"
 #include "kestu/textedit/KestuTextEdit.h"
+#include "kestu/toolbar/KestuTBBar.h"
+#include "kestu/toolbar/KestuTBSeparator.h"
 #include "support/Golden.h"
 
 namespace kestu {
@@ -195,6 +198,80 @@ TEST_F(ControlLooks, CommandButtonPressed) {
   float x = 600, y = 240;
   button.Control().UserControl_MouseDown(left, no_shift, x, y);
   ExpectGolden("buttons_pressed");
+}
+
+// Two toolbars, placed rather than docked so that the magenta shows round
+// their frames. Above, a row of 16-pixel buttons: flat at rest (no frame
+// on a running form), flat under the pointer, pressed, a separator, 3D at
+// rest, 3D under the pointer, disabled with its picture dimmed, and a
+// caption beside a picture. Below, a bar for 32-pixel pictures with one
+// grip line: a 32-pixel button, a tall separator, and a flat button
+// placed while the form is designed, which shows its outline.
+//
+// Only one button can hold the pointer at a time; each hot button drew
+// itself with the cursor over it and keeps that picture.
+TEST_F(ControlLooks, Toolbar) {
+  constexpr int kPixel = 15;
+  form_.Resize(256 * kPixel, 91 * kPixel);
+  form_.SetBackColor(kMagenta);
+  const auto bar = [&](const char* name, int top, int32_t auto_height) -> HostedControl& {
+    HostedControl& placed = host_.NewControl(form_, KestuTBBar::Info(), name);
+    placed.SetExtender("Align", Variant(int16_t{0}));
+    placed.Move(8 * kPixel, top * kPixel);
+    placed.SetExtender("Width", Variant(240 * kPixel));
+    placed.Control().SetProperty("AutoHeight", Variant(auto_height));
+    return placed;
+  };
+  HostedControl& small = bar("small", 8, ccBarTo16x16);
+  HostedControl& large = bar("large", 42, ccBarTo32x32);
+  large.Control().SetProperty("ShowTwoLeftLines", Variant::Boolean(false));
+
+  int count = 0;
+  const auto button = [&](HostedControl& in, int left, const Look& look) -> HostedControl& {
+    HostedControl& placed = host_.NewControl(
+        form_, KestuTBButton::Info(), std::string("b").append(std::to_string(count++)),
+        TwipsRect{left * kPixel, 2 * kPixel, 23 * kPixel, 22 * kPixel}, &in);
+    for (const auto& [name, value] : look) placed.Control().SetProperty(name, value);
+    return placed;
+  };
+  const auto separator = [&](HostedControl& in, int left, int16_t auto_height) {
+    HostedControl& placed = host_.NewControl(
+        form_, KestuTBSeparator::Info(), std::string("s").append(std::to_string(count++)),
+        TwipsRect{left * kPixel, 2 * kPixel, 2 * kPixel, 22 * kPixel}, &in);
+    placed.Control().SetProperty("AutoHeight", Variant(auto_height));
+  };
+  const Variant disk = Icon("disk16.png");
+  const Variant arrow = Icon("arrow16.png");
+  const Variant three_d(cc3D);
+
+  button(small, 12, {{"Picture", disk}});
+  HostedControl& hot_flat = button(small, 35, {{"Picture", arrow}});
+  HostedControl& pressed = button(small, 58, {{"Picture", disk}});
+  separator(small, 83, 1);
+  button(small, 87, {{"Picture", disk}, {"Style", three_d}});
+  HostedControl& hot_3d = button(small, 110, {{"Picture", arrow}, {"Style", three_d}});
+  button(small, 133, {{"Picture", disk}, {"Enabled", Variant::Boolean(false)}});
+  HostedControl& captioned =
+      button(small, 158, {{"AutoSize", Variant::Boolean(false)}, {"Picture", disk}});
+  captioned.SetExtender("Width", Variant(60 * kPixel));
+  captioned.Control().SetProperty("Caption", Variant("Save"));
+
+  button(large, 12, {{"PictSize", Variant(cc32x32)}, {"Picture", Icon("disk32.png")}});
+  separator(large, 51, 2);
+  host_.SetUserMode(false);
+  button(large, 55, {{"Picture", disk}});
+  host_.SetUserMode(true);
+
+  int16_t no_button = 0, left_button = 1, no_shift = 0;
+  for (HostedControl* hot : {&hot_flat, &hot_3d}) {
+    const POINTAPI origin = host_.ControlScreenOrigin(*hot);
+    host_.SetCursorPos(origin.x + 11, origin.y + 11);
+    float x = 11 * kPixel, y = 11 * kPixel;
+    hot->Control().UserControl_MouseMove(no_button, no_shift, x, y);
+  }
+  float x = 11 * kPixel, y = 11 * kPixel;
+  pressed.Control().UserControl_MouseDown(left_button, no_shift, x, y);
+  ExpectGolden("toolbar");
 }
 
 }  // namespace
