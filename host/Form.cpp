@@ -174,7 +174,10 @@ HostedControl* Form::ControlAt(int x, int y) const {
   for (auto it = order.rbegin(); it != order.rend(); ++it) {
     const HostedControl& control = **it;
     if (!control.ShownOnForm()) continue;
-    if (Contains(control.VisibleOnForm(), x, y)) return *it;
+    // Its own rectangle first: most controls are ruled out there, before
+    // the walk up its containers that finds what clips it.
+    if (!Contains(control.PixelBoundsOnForm(), x, y)) continue;
+    if (Contains(control.ClipOnForm(), x, y)) return *it;
   }
   return nullptr;
 }
