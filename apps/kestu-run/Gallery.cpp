@@ -24,15 +24,18 @@ constexpr FontSpec kHeadingFont{.name = "MS Sans Serif", .pixel_size = 11.0, .bo
 
 // A control of `class_name` at pixel rectangle (x, y, w, h), then its
 // properties set by name, as a program would set them. A class the
-// library does not have is left out.
+// library does not have is left out. Inside `container`, when given, the
+// rectangle is relative to it.
 HostedControl* Place(Host& host, Form& form, const char* class_name, const char* name, int x, int y,
                      int w, int h,
-                     const std::vector<std::pair<const char*, Variant>>& properties = {}) {
+                     const std::vector<std::pair<const char*, Variant>>& properties = {},
+                     HostedControl* container = nullptr) {
   const ClassInfo* info = ControlRegistry::Instance().Find(class_name);
   if (!info) return nullptr;
   HostedControl& control = host.NewControl(
       form, *info, name,
-      TwipsRect{x * kTwipsPerPixel, y * kTwipsPerPixel, w * kTwipsPerPixel, h * kTwipsPerPixel});
+      TwipsRect{x * kTwipsPerPixel, y * kTwipsPerPixel, w * kTwipsPerPixel, h * kTwipsPerPixel},
+      container);
   for (const auto& [property, value] : properties) {
     info->FindProperty(property)->set(control.Control(), value);
   }
@@ -62,6 +65,28 @@ Variant DiskIcon(int size, uint32_t body) {
   return Variant(std::make_shared<const StdPicture>(size, size, std::move(pixels)));
 }
 
+// A sheet of paper with its top right corner folded, 16 pixels square.
+Variant PageIcon() {
+  constexpr int kSize = 16;
+  constexpr uint32_t kClear = 0x00000000;
+  constexpr uint32_t kInk = 0xFF000000;
+  constexpr uint32_t kPaper = 0xFFFFFFFF;
+  constexpr int kLeft = 3, kTop = 1, kRight = 12, kBottom = 14, kFold = 3;
+  std::vector<uint32_t> pixels(static_cast<size_t>(kSize) * kSize, kClear);
+  for (int y = kTop; y <= kBottom; ++y) {
+    for (int x = kLeft; x <= kRight; ++x) {
+      // Above the fold's diagonal the corner is cut away.
+      if (x - (kRight - kFold) > y - kTop) continue;
+      const bool edge = x == kLeft || x == kRight || y == kTop || y == kBottom ||
+                        x - (kRight - kFold) == y - kTop ||
+                        (x == kRight - kFold && y <= kTop + kFold) ||
+                        (y == kTop + kFold && x >= kRight - kFold);
+      pixels[static_cast<size_t>(y) * kSize + x] = edge ? kInk : kPaper;
+    }
+  }
+  return Variant(std::make_shared<const StdPicture>(kSize, kSize, std::move(pixels)));
+}
+
 }  // namespace
 
 Gallery::Gallery(Host& host) : host_(host) {
@@ -73,6 +98,7 @@ Gallery::Gallery(Host& host) : host_(host) {
   AddLines();
   AddCopiers();
   AddCommandButtons();
+  AddToolbar();
   DrawCaptions();
 }
 
@@ -306,6 +332,69 @@ void Gallery::AddCommandButtons() {
     for (const auto& [name, value] : sample.extender) button->SetExtender(name, value);
     if (&sample == &samples[0]) host_.SetFocus(button);  // the focused look
   }
+}
+
+void Gallery::AddToolbar() {
+  if (!ControlRegistry::Instance().Find("KestuTBBar")) return;
+  Label(670, 236, "Toolbar (KestuTBBar, KestuTBButton)", true);
+  HostedControl* bar = Place(host_, *form_, "KestuTBBar", "toolbar", 670, 258, 274, 26);
+  if (!bar) return;
+  // A new bar docks to the top of its form: this one stays in its place.
+  bar->SetExtender("Align", Variant(int16_t{0}));
+  bar->SetExtender("Left", Variant(670 * kTwipsPerPixel));
+  bar->SetExtender("Top", Variant(258 * kTwipsPerPixel));
+  bar->SetExtender("Width", Variant(274 * kTwipsPerPixel));
+  const Variant blue_disk = DiskIcon(16, 0xFF1F3F8F);
+  struct Sample {
+    const char* type;
+    const char* name;
+    int x;
+    int width;
+    std::vector<std::pair<const char*, Variant>> properties;
+    std::vector<std::pair<const char*, Variant>> extender = {};
+  };
+  // Flat buttons 23 pixels apart, clear of the grip, two pixels below the
+  // bar's top; a separator between the groups.
+  const Sample samples[] = {
+      {"KestuTBButton",
+       "tbnew",
+       12,
+       23,
+       {{"Picture", PageIcon()}},
+       {{"ToolTipText", Variant("New file")}}},
+      {"KestuTBButton",
+       "tbsave",
+       35,
+       23,
+       {{"Picture", blue_disk}},
+       {{"ToolTipText", Variant("Save the file")}}},
+      {"KestuTBButton",
+       "tbgrey",
+       58,
+       23,
+       {{"Picture", blue_disk},
+        {"DisabledPicture", DiskIcon(16, 0xFF808080)},
+        {"Enabled", Variant::Boolean(false)}}},
+      {"KestuTBSeparator", "tbgap", 84, 2, {}},
+      {"KestuTBButton",
+       "tbcaption",
+       89,
+       64,
+       {{"AutoSize", Variant::Boolean(false)},
+        {"Caption", Variant("Save")},
+        {"Picture", blue_disk}},
+       // A new button sizes itself to its picture; with AutoSize off it
+       // keeps the width given afterwards.
+       {{"Width", Variant(64 * kTwipsPerPixel)}, {"ToolTipText", Variant("Save, with a caption")}}},
+  };
+  for (const Sample& sample : samples) {
+    HostedControl* control = Place(host_, *form_, sample.type, sample.name, sample.x, 2,
+                                   sample.width, 22, sample.properties, bar);
+    if (!control) continue;
+    for (const auto& [name, value] : sample.extender) control->SetExtender(name, value);
+  }
+  Label(670, 290, "flat: the pointer raises a frame,");
+  Label(670, 304, "a press sinks it; disabled; caption");
 }
 
 void Gallery::DrawCaptions() {

@@ -36,6 +36,7 @@ class Gallery {
   void AddTextEdits();
   void AddCopiers();
   void AddCommandButtons();
+  void AddToolbar();
   void Label(int x, int y, std::string text, bool heading = false);
   void DrawCaptions();
 
