@@ -1,8 +1,10 @@
 #include "kestu/host/Host.h"
+
 #include "kestu/foundation/Text.h"
 
 #include <algorithm>
 #include <iostream>
+#include <stdexcept>
 #include <utility>
 
 #include "host/HostWindowSystem.h"
@@ -199,6 +201,25 @@ HostedControl* Host::FindControl(std::string_view name, const Form* preferred) c
     if (HostedControl* found = form->FindControl(name)) return found;
   }
   return nullptr;
+}
+
+UserControl& Host::CheckedControl(const Form& form, std::string_view name,
+                                  const ClassInfo& wanted) const {
+  const HostedControl* found = form.FindControl(name);
+  const std::string where = std::string("form '").append(form.Name()).append("' has ");
+  if (!found) {
+    throw std::invalid_argument(std::string(where).append("no control '").append(name).append("'"));
+  }
+  if (&found->Class() != &wanted) {
+    throw std::invalid_argument(std::string(where)
+                                    .append("'")
+                                    .append(name)
+                                    .append("' as a ")
+                                    .append(found->Class().name)
+                                    .append(", not a ")
+                                    .append(wanted.name));
+  }
+  return found->Control();
 }
 
 // ---- Focus, capture, cursor ----

@@ -31,6 +31,9 @@ ASAN_OPTIONS=detect_leaks=1:abort_on_error=1 \
 echo "== installed package"
 bash scripts/check-install.sh build/release
 
+echo "== Debian packages"
+bash scripts/check-packages.sh build/release
+
 if [ -f scripts/fuzz-smoke.sh ]; then
   echo "== fuzz smoke"
   FUZZ_SECONDS=${FUZZ_SECONDS:-10} bash scripts/fuzz-smoke.sh

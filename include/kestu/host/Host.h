@@ -110,6 +110,22 @@ class Host {
   HostedControl& NewControl(Form& form, const ClassInfo& info, std::string name,
                             std::optional<TwipsRect> rect = std::nullopt,
                             HostedControl* container = nullptr);
+  // The same, typed, so that a program reaches the control's own members
+  // and connects typed handlers to its events:
+  //   auto& ok = host.New<KestuActiveCommand>(form, "ok", TwipsRect{120, 600, 1215, 495});
+  //   ok.Click.Connect([&] { ... });
+  template <typename C>
+  C& New(Form& form, std::string name, std::optional<TwipsRect> rect = std::nullopt,
+         HostedControl* container = nullptr) {
+    return static_cast<C&>(NewControl(form, C::Info(), std::move(name), rect, container).Control());
+  }
+  // The control `name` of `form` (a form file's, say) as class C. Throws
+  // std::invalid_argument naming the form, the control and both classes
+  // when there is no such control or it is of another class.
+  template <typename C>
+  C& Get(const Form& form, std::string_view name) const {
+    return static_cast<C&>(CheckedControl(form, name, C::Info()));
+  }
   // A control restored from `bag`: Initialize, ReadProperties, Resize,
   // Show; all or nothing, like NewControl.
   HostedControl& LoadControl(Form& form, const ClassInfo& info, std::string name, PropertyBag bag,
@@ -224,6 +240,8 @@ class Host {
   void ForgetHandle(int32_t handle);
 
  private:
+  UserControl& CheckedControl(const Form& form, std::string_view name,
+                              const ClassInfo& wanted) const;
   HostedControl& PlaceControl(Form& form, const ClassInfo& info, std::string name,
                               std::optional<TwipsRect> rect, HostedControl* container);
   // Runs the lifecycle `steps`; when one fails the control is taken off
