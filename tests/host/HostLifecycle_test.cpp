@@ -4,6 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <stdexcept>
+
+#include "kestu/decor/KestuLine3D.h"
 #include "kestu/host/Host.h"
 #include "support/ProbeControl.h"
 
@@ -64,6 +67,23 @@ TEST(HostLifecycle, AmbientValuesOfANewSite) {
   EXPECT_EQ(probe.AmbientFont(), form.Font());
   EXPECT_EQ(probe.AmbientFont()->Name, "MS Sans Serif");
   EXPECT_DOUBLE_EQ(probe.AmbientFont()->Size, 8.25);
+}
+
+// A program reaches its controls typed: the one it creates, and a form's by
+// name, refused with a message that names the form, the control and both
+// classes.
+TEST(HostLifecycle, ControlsReachedTyped) {
+  Host host;
+  Form& form = host.CreateForm("Order");
+  ProbeControl& probe = host.New<ProbeControl>(form, "probe");
+  EXPECT_EQ(&host.Get<ProbeControl>(form, "PROBE"), &probe);
+  try {
+    host.Get<KestuLine3D>(form, "probe");
+    ADD_FAILURE() << "a probe was taken for a line";
+  } catch (const std::invalid_argument& error) {
+    EXPECT_STREQ(error.what(), "form 'Order' has 'probe' as a KestuProbe, not a KestuLine3D");
+  }
+  EXPECT_THROW(host.Get<ProbeControl>(form, "missing"), std::invalid_argument);
 }
 
 }  // namespace
