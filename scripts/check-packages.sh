@@ -3,9 +3,11 @@
 # configured for /usr, `apt install ./kestu_*.deb` on this machine (as
 # root; the packages are purged again at the end), then every example
 # built against the installed package through find_package(Kestu
-# COMPONENTS Desktop) and examples/hello also through pkg-config, and
-# hello run under Xvfb: a screenshot, and a click on its button that makes
-# the Click handler print the number box's value.
+# COMPONENTS Desktop) and examples/hello also through pkg-config, and the
+# window examples run under Xvfb: hello (a screenshot, and a click on its
+# button that makes the Click handler print the number box's value), forms
+# (a quantity typed and "Total" clicked) and copy-gui (a copy started with
+# Enter, the window closed with Escape).
 # usage: scripts/check-packages.sh [BUILD]   (default build/release)
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
@@ -79,11 +81,40 @@ set +e
     wait "${pids[-1]}" 2>/dev/null
   done
   cp hello.png "$build/hello.png"
+
+  # forms: the order form from its file; a click on "Total" prints the total.
+  : >trace.txt
+  "$(dirname "$work")/forms/forms" >trace.txt 2>run.err &
+  pids+=($!)
+  wait_for "the order form" sh -c 'xdotool search --onlyvisible --name "^Order$" >window.txt'
+  window=$(head -1 window.txt)
+  # "quantity" is at pixels (104, 76), 100 x 21; "Total" at (224, 164), 81 x 29.
+  xdotool mousemove --window "$window" 154 86 click 1 type 3
+  xdotool mousemove --window "$window" 264 178 click 1
+  wait_for "the total" trace_has "Total = 37.5 (3 x 12.5 of no product code, no delivery date)"
+  kill "${pids[-1]}"
+  wait "${pids[-1]}" 2>/dev/null
+
+  # copy-gui: Enter presses Copy (the default button); once idle, Escape
+  # presses Cancel, which closes the window.
+  head -c 1000000 /dev/urandom >source.bin
+  : >trace.txt
+  "$(dirname "$work")/copy-gui/copy-gui" source.bin copy.bin >trace.txt 2>run.err &
+  pids+=($!)
+  wait_for "the copier's window" sh -c 'xdotool search --onlyvisible --name "^Copy$" >window.txt'
+  window=$(head -1 window.txt)
+  wait_for "the copier's window to be active" sh -c "[ \"\$(xdotool getactivewindow)\" = $window ]"
+  xdotool key Return
+  wait_for "the copy" trace_has "done: source.bin copied to copy.bin"
+  cmp -s source.bin copy.bin || fail "copy-gui's copy differs from its source"
+  xdotool key Escape
+  wait_for "copy-gui to end" sh -c "! kill -0 ${pids[-1]}"
+  wait "${pids[-1]}" || fail "copy-gui ended with status $?"
 )
 rc=$?
 set -e
 case $rc in
-  0) say "hello ran under Xvfb, built both ways: a click printed \"Value = 1234.5\"; screenshot $build/hello.png" ;;
+  0) say "under Xvfb: hello (built both ways) printed \"Value = 1234.5\" on a click (screenshot $build/hello.png); forms printed its total; copy-gui copied and closed on Escape" ;;
   77) say "no X server here: hello not run" ;;
   *) die "hello in a window failed" ;;
 esac
