@@ -89,10 +89,10 @@ void UserControl::AttachSite(ControlSite* site) {
   twips_per_pixel_x_ = std::max(1, site_->ScreenTwipsPerPixelX());
   twips_per_pixel_y_ = std::max(1, site_->ScreenTwipsPerPixelY());
   if (!font_) {
-    // The surface starts with its own copy of the container's font; a
-    // control that wants to share the ambient object assigns it.
-    FontRef ambient = site_->AmbientFont();
-    font_ = std::make_shared<StdFont>(ambient ? *ambient : FallbackFont());
+    // The surface starts with the control's own font, not the container's:
+    // a control that wants the ambient font takes it when it is first
+    // placed (a toolbar button never does), or a saved one when loaded.
+    font_ = std::make_shared<StdFont>(FallbackFont());
   }
 }
 

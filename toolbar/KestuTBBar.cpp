@@ -118,7 +118,7 @@ ClassInfo& KestuTBBar::Info() {
     c.enums = {
         {"ccSizeBar",
          {{"ccNone", ccNone}, {"ccBarTo16x16", ccBarTo16x16}, {"ccBarTo32x32", ccBarTo32x32}}}};
-    c.default_event = "Click";
+    c.default_event = "LeftLinesClick";
     return c;
   }();
   return info;

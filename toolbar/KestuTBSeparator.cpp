@@ -66,10 +66,10 @@ void KestuTBSeparator::Draw() {
   if (auto_height_ == 1) SetHeight(Int16(22) * pixel_height_);
   if (auto_height_ == 2) SetHeight(Int16(37) * pixel_height_);
   SetWidth(Int16(2) * pixel_width_);
-  const Int16 height = Int16::FromReal(Height());
   // Both lines stop one pixel short of the bottom; the surface's line
-  // leaves out its end point as well.
-  const Int16 bottom = height - pixel_height_;
+  // leaves out its end point as well. The height is taken as it is, not
+  // held to 16 bits, so a separator of any height draws.
+  const float bottom = Height() - static_cast<float>(pixel_height_.value());
   Line(0, 0, 0, bottom, shadow_3d_color_);
   Line(pixel_width_, 0, pixel_width_, bottom, light_3d_color_);
 }
