@@ -461,8 +461,10 @@ bool PictureButton::PointerInside() const {
 }
 
 void PictureButton::PeriodicCheck() {
-  if (rules_.takes_focus && enabled_ && FormStoppedBeingActive(form_active_, form_window_)) {
-    LostFocusRoutine();
+  // A button that never takes the focus neither gives the form's focused
+  // control its focus back nor has a focus look to drop.
+  if (enabled_ && FormStoppedBeingActive(form_active_, form_window_, rules_.takes_focus)) {
+    if (rules_.takes_focus) LostFocusRoutine();
     pressed_ = false;
     ReleaseHover();
   }

@@ -330,13 +330,15 @@ int32_t UserControl::HoldingFormWindow(int32_t mdi_form_window) const {
   return site_->FormIsMdiChild() ? mdi_form_window : site_->FormHwnd();
 }
 
-bool UserControl::FormStoppedBeingActive(bool& form_active, int32_t mdi_form_window) {
+bool UserControl::FormStoppedBeingActive(bool& form_active, int32_t mdi_form_window,
+                                         bool restore_focus) {
   UserControl* active_control = site_->FormActiveControl();
   if (!active_control) return false;
   const bool form_is_active =
       KestuControlsAPI::GetActiveWindow() == HoldingFormWindow(mdi_form_window);
   if (form_is_active && !form_active) {
     form_active = true;
+    if (!restore_focus) return false;
     // The focused control may be any control of the form that offers XFocus.
     if (const MethodInfo* x_focus = active_control->Class().FindMethod("XFocus")) {
       x_focus->invoke(*active_control, {});

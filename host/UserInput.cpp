@@ -231,6 +231,9 @@ void UserInput::PointerUp(Form& form, int x, int y, int16_t button, int16_t shif
   if (!control) return;
   std::weak_ptr<int> alive = control->Lifetime();
   SendMouse(*control, MouseAction::Up, button, shift, x, y);
+  // Releasing the last button ends the mouse capture, whoever took it and
+  // when: a control keeps the pointer while a button is held, not after.
+  if (buttons_ == 0) host_.SetCaptureWindow(0);
   if (alive.expired() || !click || !control->EnabledOnForm()) return;
   if (Contains(control->VisibleOnForm(), x, y)) control->Control().UserControl_Click();
 }

@@ -201,10 +201,12 @@ class UserControl {
   // The first step of a focusable control's periodic check. When the
   // holding form has become the active window since the last check
   // (`form_active` remembers), the form's focused control is given XFocus
-  // so that it shows its focus again; returns true when the form has
-  // stopped being active, for the control to drop its focus look. Does
-  // nothing while the form has no focused control.
-  bool FormStoppedBeingActive(bool& form_active, int32_t mdi_form_window);
+  // so that it shows its focus again (unless `restore_focus` is false);
+  // returns true when the form has stopped being active, for the control
+  // to drop its focus look. Does nothing while the form has no focused
+  // control.
+  bool FormStoppedBeingActive(bool& form_active, int32_t mdi_form_window,
+                              bool restore_focus = true);
 
   // Raises an event: the container's generic observer first, then the
   // typed handlers. `values` are the control's own variables, so handlers
