@@ -57,6 +57,13 @@ struct DrawCall {
   int value = 0;                              // DrawMode, ScaleMode
 };
 
+// One control of a form, as the form's tab order lists it.
+struct FormMember {
+  UserControl* control = nullptr;
+  UserControl* container = nullptr;  // the control that holds it; null: the form itself
+  bool can_take_focus = false;       // shown, enabled and willing, as Tab asks
+};
+
 class ControlSite {
  public:
   virtual ~ControlSite() = default;
@@ -122,6 +129,10 @@ class ControlSite {
   virtual int32_t FormHwnd() const = 0;
   virtual bool FormIsMdiChild() const { return false; }
   virtual UserControl* FormActiveControl() const = 0;
+  // Every control of the holding form in tab order, this one included:
+  // what option buttons need to find their group and a caption's access
+  // key the control after it. Empty from a container that lists none.
+  virtual std::vector<FormMember> FormControls() const { return {}; }
 };
 
 }  // namespace kestu
