@@ -40,6 +40,9 @@ class ToggleControl : public StdControl {
   void UserControl_MouseMove(int16_t& button, int16_t& shift, float& x, float& y) override;
   void UserControl_MouseUp(int16_t& button, int16_t& shift, float& x, float& y) override;
   void UserControl_Click() override;
+  // The second press of a double click is a click of its own: a quick
+  // double click on a check box toggles it twice, as the user clicked twice.
+  void UserControl_DblClick() override { static_cast<void>(Activate()); }
   void UserControl_AccessKeyPress(int16_t& key_ascii) override;
 
  protected:
