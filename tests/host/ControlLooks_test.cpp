@@ -15,6 +15,10 @@
 #include "kestu/host/Host.h"
 #include "kestu/host/Snapshot.h"
 #include "kestu/numberedit/KestuNumberEdit.h"
+#include "kestu/stdcontrols/CheckBox.h"
+#include "kestu/stdcontrols/Frame.h"
+#include "kestu/stdcontrols/Label.h"
+#include "kestu/stdcontrols/OptionButton.h"
 #include "kestu/textedit/KestuTextEdit.h"
 #include "kestu/toolbar/KestuTBBar.h"
 #include "kestu/toolbar/KestuTBSeparator.h"
@@ -272,6 +276,69 @@ TEST_F(ControlLooks, Toolbar) {
   float x = 11 * kPixel, y = 11 * kPixel;
   pressed.Control().UserControl_MouseDown(left_button, no_shift, x, y);
   ExpectGolden("toolbar");
+}
+
+// The dialog controls, a row each: check boxes unchecked, checked, grayed,
+// disabled and checked, focused with the box on the right; option buttons
+// unselected, selected, disabled and selected, focused; labels left, right,
+// centred, disabled and wrapped; a frame holding two options, and a
+// disabled one.
+TEST_F(ControlLooks, DialogControls) {
+  form_.Resize(7800, 3300);
+  form_.SetBackColor(kMagenta);
+  int count = 0;
+  const auto place = [&](const ClassInfo& info, int column, int top, int height, const Look& look,
+                         HostedControl* in = nullptr) -> HostedControl& {
+    HostedControl& placed =
+        host_.NewControl(form_, info, std::string("c").append(std::to_string(count++)),
+                         TwipsRect{kGap + column * 1560, top, 1440, height}, in);
+    for (const auto& [name, value] : look) placed.Control().SetProperty(name, value);
+    return placed;
+  };
+  const Variant off = Variant::Boolean(false);
+  const Variant on = Variant::Boolean(true);
+  place(CheckBox::Info(), 0, 120, 255, {{"Caption", Variant("&Bold")}});
+  place(CheckBox::Info(), 1, 120, 255, {{"Caption", Variant("Italic")}, {"Value", Variant(1)}});
+  place(CheckBox::Info(), 2, 120, 255, {{"Caption", Variant("Mixed")}, {"Value", Variant(2)}});
+  place(CheckBox::Info(), 3, 120, 255,
+        {{"Caption", Variant("Off")}, {"Value", Variant(1)}, {"Enabled", off}});
+  HostedControl& focused_box = place(CheckBox::Info(), 4, 120, 255,
+                                     {{"Caption", Variant("Right")}, {"Alignment", Variant(1)}});
+
+  place(OptionButton::Info(), 0, 480, 255, {{"Caption", Variant("&Red")}});
+  place(OptionButton::Info(), 1, 480, 255, {{"Caption", Variant("Green")}, {"Value", on}});
+  place(OptionButton::Info(), 2, 480, 255,
+        {{"Caption", Variant("Blue")}, {"Value", on}, {"Enabled", off}});
+  HostedControl& focused_option =
+      place(OptionButton::Info(), 3, 480, 255, {{"Caption", Variant("Grey")}});
+
+  place(Label::Info(), 0, 840, 255, {{"Caption", Variant("&Left")}});
+  place(Label::Info(), 1, 840, 255,
+        {{"Caption", Variant("Right")}, {"Alignment", Variant(lblRight)}});
+  place(Label::Info(), 2, 840, 255,
+        {{"Caption", Variant("Centre")}, {"Alignment", Variant(lblCenter)}});
+  place(Label::Info(), 3, 840, 255, {{"Caption", Variant("Disabled")}, {"Enabled", off}});
+  place(Label::Info(), 4, 840, 480,
+        {{"Caption", Variant("Wrapped at the width")}, {"WordWrap", on}});
+
+  HostedControl& frame = place(Frame::Info(), 0, 1440, 1200, {{"Caption", Variant("&Colour")}});
+  frame.SetExtender("Width", Variant(2400));
+  const auto option_in = [&](int top, const char* caption, bool selected) {
+    HostedControl& placed = host_.NewControl(form_, OptionButton::Info(),
+                                             std::string("c").append(std::to_string(count++)),
+                                             TwipsRect{180, top, 1800, 255}, &frame);
+    placed.Control().SetProperty("Caption", Variant(caption));
+    placed.Control().SetProperty("Value", Variant::Boolean(selected));
+  };
+  option_in(360, "Warm", true);
+  option_in(720, "Cold", false);
+  HostedControl& disabled_frame =
+      place(Frame::Info(), 2, 1440, 1200, {{"Caption", Variant("Off")}, {"Enabled", off}});
+  disabled_frame.SetExtender("Width", Variant(2400));
+
+  host_.SetFocus(&focused_option);
+  host_.SetFocus(&focused_box);
+  ExpectGolden("dialog_controls");
 }
 
 }  // namespace
