@@ -13,7 +13,8 @@ import sys
 
 CLASSES = ["KestuNumberEdit", "KestuTextEdit", "KestuPanel3D", "KestuLine3D", "KestuCopyFile",
            "KestuActiveCommand", "KestuTBBar", "KestuTBSeparator", "KestuTBButton"]
-CONTAINERS = ["KestuPanel3D", "KestuTBBar"]
+CLASSES += ["Label", "CheckBox", "OptionButton", "Frame"]
+CONTAINERS = ["KestuPanel3D", "KestuTBBar", "Frame"]
 # Each class's own properties and methods (a name a class lacks stops the
 # script as a bad line), and the extender's, which every control has.
 PROPERTIES = {
@@ -43,17 +44,22 @@ PROPERTIES = {
     "KestuTBSeparator": ["Light3DColor", "Shadow3DColor", "BackColor", "AutoHeight"],
 }
 PROPERTIES["KestuTBButton"] = PROPERTIES["KestuActiveCommand"] + ["AutoSize"]
+PROPERTIES["Frame"] = ["Font", "Enabled", "BackColor", "ForeColor", "Caption"]
+PROPERTIES["Label"] = PROPERTIES["Frame"] + ["Alignment", "WordWrap", "BackStyle"]
+PROPERTIES["CheckBox"] = PROPERTIES["Frame"] + ["Alignment", "Value"]
+PROPERTIES["OptionButton"] = PROPERTIES["CheckBox"]
 EXTENDER = ["Left", "Top", "Width", "Height", "Visible", "TabIndex", "Align", "ToolTipText",
             "Default", "Cancel"]
 METHODS = {"KestuNumberEdit": ["SelectAll", "XFocus"], "KestuCopyFile": ["BeginCopyFile"],
            "KestuTextEdit": ["SelectAll", "XFocus", "SetPosition", "SetSelectedText",
                              "IsValidChar"],
            "KestuPanel3D": [], "KestuLine3D": [], "KestuActiveCommand": ["XFocus"],
-           "KestuTBBar": [], "KestuTBSeparator": [], "KestuTBButton": []}
+           "KestuTBBar": [], "KestuTBSeparator": [], "KestuTBButton": [], "Label": [],
+           "CheckBox": [], "OptionButton": [], "Frame": []}
 NUMBERS = ["0", "1", "-1", "2", "15", "255", "32767", "-32768", "65535", "2147483647",
            "-2147483648", "1E+15", "-1E+15", "0.5", "1234567.891", "1E+308", "0x80000005"]
 STRINGS = ['""', '"a"', '"1,5"', '"99/99/9999"', '"(999) AAA-aaXCc#"', '"ç"', '"\\xFF\\xFE"', '"&&&"', '"\\u{1F600}"', '"' + "9" * 300 + '"']
-WORDS = ["True", "False", "Empty", "Null", "Nothing", "KSTPN_Raised", "LnVertical", "ccBarTo32x32",
+WORDS = ["True", "False", "Empty", "Null", "Nothing", "KSTPN_Raised", "LnVertical", "ccBarTo32x32", "lblCenter",
          'font("DejaVu Sans", 9.75, bold)', 'picture("nowhere.png")',
          'picture("disk16.png")']
 
