@@ -29,14 +29,14 @@ ClassInfo& Label::Info() {
             .Saved()
             .Defaults(false));
     c.properties.push_back(
-        Property<L>("BackStyle", "lblBackStyle", &L::BackStyle, &L::SetBackStyle,
-                    "Returns/sets whether the back colour is painted (lblOpaque) or what lies "
-                    "under the label shows (lblTransparent). [Retorna/define se a cor de fundo "
-                    "é pintada (lblOpaque) ou se o que está sob o rótulo aparece "
-                    "(lblTransparent).]")
-            .Saved(&L::back_style_)
-            .Defaults(lblOpaque)
-            .Checked(RangeCheck(lblTransparent, lblOpaque)));
+        Field<L>("BackStyle", "lblBackStyle", &L::back_style_,
+                 "Returns/sets whether the back colour is painted (lblOpaque) or what lies "
+                 "under the label shows (lblTransparent). [Retorna/define se a cor de fundo "
+                 "é pintada (lblOpaque) ou se o que está sob o rótulo aparece "
+                 "(lblTransparent).]",
+                 OnSet::NotifyThenRedraw)
+            .Saved()
+            .Defaults(lblOpaque));
     c.redraw = [](UserControl& label) { static_cast<L&>(label).Redraw(); };
     c.events = PassiveEvents();
     c.enums = {
@@ -57,16 +57,9 @@ void Label::SetAlignment(int16_t alignment) {
   Redraw();
 }
 
-void Label::SetBackStyle(int16_t style) {
-  CheckRange(style, lblTransparent, lblOpaque);
-  back_style_ = style;
-  PropertyChanged("BackStyle");
-  Redraw();
-}
-
 void Label::Draw() {
   // Transparent: the caption goes over whatever the surface holds.
-  if (back_style_ == lblOpaque) Cls();
+  if (back_style_ != lblTransparent) Cls();
   int32_t flags = word_wrap_ ? dt::kWordBreak : 0;
   if (alignment_ == lblRight) flags |= dt::kRight;
   if (alignment_ == lblCenter) flags |= dt::kCenter;

@@ -44,8 +44,8 @@ void StdControl::SetEnabled(bool enabled) {
 
 void StdControl::SetFont(FontRef font) {
   // Nothing assigned keeps the font drawn with.
-  font_ = font ? font : UserControl::Font();
-  UserControl::SetFont(font_);
+  font_ = font;
+  if (font_) UserControl::SetFont(font_);
   PropertyChanged("Font");
   Redraw();
 }
@@ -59,11 +59,8 @@ void StdControl::UserControl_InitProperties() {
 
 void StdControl::UserControl_ReadProperties(PropertyBag& bag) {
   UserControl::UserControl_ReadProperties(bag);
-  if (font_) {
-    UserControl::SetFont(font_);
-  } else {
-    font_ = UserControl::Font();
-  }
+  // Without a saved font Font stays Nothing, and the surface keeps its own.
+  if (font_) UserControl::SetFont(font_);
   KestuControlsAPI::EnableWindow(hWnd(), enabled_ ? 1 : 0);
   Redraw();
 }

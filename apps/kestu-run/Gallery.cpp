@@ -18,7 +18,7 @@ namespace {
 
 constexpr int kTwipsPerPixel = 15;
 constexpr int kWidth = 960;  // pixels
-constexpr int kHeight = 450;
+constexpr int kHeight = 580;
 constexpr FontSpec kCaptionFont{.name = "MS Sans Serif", .pixel_size = 11.0};
 constexpr FontSpec kHeadingFont{.name = "MS Sans Serif", .pixel_size = 11.0, .bold = true};
 
@@ -99,6 +99,7 @@ Gallery::Gallery(Host& host) : host_(host) {
   AddCopiers();
   AddCommandButtons();
   AddToolbar();
+  AddDialogControls();
   DrawCaptions();
 }
 
@@ -395,6 +396,32 @@ void Gallery::AddToolbar() {
   }
   Label(670, 290, "flat: the pointer raises a frame,");
   Label(670, 304, "a press sinks it; disabled; caption");
+}
+
+void Gallery::AddDialogControls() {
+  if (!ControlRegistry::Instance().Find("Frame")) return;
+  Label(16, 452, "Dialog controls (Frame, OptionButton, CheckBox, Label)", true);
+  const Variant on = Variant::Boolean(true);
+  const Variant off = Variant::Boolean(false);
+  HostedControl* frame =
+      Place(host_, *form_, "Frame", "fraSize", 16, 472, 160, 90, {{"Caption", Variant("&Size")}});
+  Place(host_, *form_, "OptionButton", "optSmall", 12, 22, 130, 17,
+        {{"Caption", Variant("S&mall")}, {"Value", on}}, frame);
+  Place(host_, *form_, "OptionButton", "optLarge", 12, 44, 130, 17,
+        {{"Caption", Variant("&Large")}}, frame);
+  Place(host_, *form_, "OptionButton", "optOff", 12, 66, 130, 17,
+        {{"Caption", Variant("Disabled")}, {"Enabled", off}}, frame);
+  Place(host_, *form_, "CheckBox", "chkBold", 200, 480, 130, 17,
+        {{"Caption", Variant("&Bold")}, {"Value", Variant(int16_t{1})}});
+  Place(host_, *form_, "CheckBox", "chkMixed", 200, 502, 130, 17,
+        {{"Caption", Variant("Mi&xed")}, {"Value", Variant(int16_t{2})}});
+  Place(host_, *form_, "CheckBox", "chkOff", 200, 524, 130, 17,
+        {{"Caption", Variant("Disabled")}, {"Value", Variant(int16_t{1})}, {"Enabled", off}});
+  Place(host_, *form_, "Label", "lblName", 360, 480, 160, 17, {{"Caption", Variant("&Name:")}});
+  Place(host_, *form_, "Label", "lblRight", 360, 502, 160, 17,
+        {{"Caption", Variant("aligned right")}, {"Alignment", Variant(int16_t{1})}});
+  Place(host_, *form_, "Label", "lblOff", 360, 524, 160, 17,
+        {{"Caption", Variant("disabled, engraved")}, {"Enabled", off}});
 }
 
 void Gallery::DrawCaptions() {

@@ -37,6 +37,7 @@ class Gallery {
   void AddCopiers();
   void AddCommandButtons();
   void AddToolbar();
+  void AddDialogControls();
   void Label(int x, int y, std::string text, bool heading = false);
   void DrawCaptions();
 

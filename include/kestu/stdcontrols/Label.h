@@ -21,8 +21,9 @@ class Label : public PassiveControl {
 
   int16_t Alignment() const { return alignment_; }
   void SetAlignment(int16_t alignment);  // error 380 past lblCenter
+  // Only lblTransparent leaves the surface uncleared: any other value
+  // draws opaque, on purpose, so a saved value is never refused.
   int16_t BackStyle() const { return back_style_; }
-  void SetBackStyle(int16_t style);  // error 380 past lblOpaque
 
  protected:
   void Draw() override;

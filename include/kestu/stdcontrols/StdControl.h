@@ -26,7 +26,8 @@ class StdControl : public UserControl {
   void SetCaption(const std::string& caption);
   bool Enabled() const { return enabled_; }
   void SetEnabled(bool enabled);
-  // Hides the surface's own Font so that the property is the one saved.
+  // Hides the surface's own Font so that the property is the one saved:
+  // Nothing for a control loaded without one, which draws in the surface's.
   FontRef Font() const { return font_; }
   void SetFont(FontRef font);
 
