@@ -307,4 +307,18 @@ UserControl* HostedControl::FormActiveControl() const {
   return active ? &active->Control() : nullptr;
 }
 
+std::vector<FormMember> HostedControl::FormControls() const {
+  std::vector<FormMember> members;
+  for (const auto& control : form_->Controls()) {
+    const HostedControl* holder = control->Container();
+    members.push_back(
+        {&control->Control(), holder ? &holder->Control() : nullptr, control->CanTakeFocus()});
+  }
+  return members;
+}
+
+bool HostedControl::CanTakeFocus() const {
+  return ShownOnForm() && EnabledOnForm() && control_->CanGetFocus();
+}
+
 }  // namespace kestu

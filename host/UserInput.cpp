@@ -14,10 +14,6 @@ namespace kestu {
 
 namespace {
 
-bool CanTakeFocus(const HostedControl& control) {
-  return control.ShownOnForm() && control.EnabledOnForm() && control.Control().CanGetFocus();
-}
-
 // The character a key types by itself in a stroke: Space, digits and
 // letters (upper case with Shift); none with Ctrl or Alt held.
 std::optional<char> TypedCharacter(int16_t key_code, int16_t shift) {
@@ -152,7 +148,7 @@ void UserInput::MoveFocus(Form& form, bool backwards) {
   int index = from ? form.TabIndexOf(*from) : (backwards ? 0 : count - 1);
   for (int tried = 0; tried < count; ++tried) {
     index = (index + (backwards ? count - 1 : 1)) % count;
-    if (CanTakeFocus(*controls[index])) {
+    if (controls[index]->CanTakeFocus()) {
       host_.SetFocus(controls[index].get());
       return;
     }
@@ -203,7 +199,7 @@ void UserInput::PointerDown(Form& form, int x, int y, int16_t button, int16_t sh
   if (!control) return;
   pressed_hwnd_ = control->hWnd();
   std::weak_ptr<int> alive = control->Lifetime();
-  if (button == button::kLeft && CanTakeFocus(*control)) {
+  if (button == button::kLeft && control->CanTakeFocus()) {
     host_.SetFocus(control);
     if (alive.expired()) return;
   }

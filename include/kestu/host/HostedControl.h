@@ -57,6 +57,9 @@ class HostedControl final : public ControlSite {
   Form& Owner() const { return *form_; }
   // The control this one sits in, or null when it sits on the form.
   HostedControl* Container() const { return container_; }
+  // Whether Tab or a click may give it the focus: shown, enabled and a
+  // control that takes the focus.
+  bool CanTakeFocus() const;
   // How many containers it sits in.
   int Depth() const { return container_ ? container_->Depth() + 1 : 0; }
   const std::string& Name() const { return name_; }
@@ -159,6 +162,7 @@ class HostedControl final : public ControlSite {
   int32_t hDC() const override { return hdc_; }
   int32_t FormHwnd() const override;
   UserControl* FormActiveControl() const override;
+  std::vector<FormMember> FormControls() const override;
 
  private:
   void ApplySize(int width_twips, int height_twips);
