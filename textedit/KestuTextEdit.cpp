@@ -25,7 +25,9 @@ bool IsWordCharacter(char32_t c) {
 
 }  // namespace
 
-KestuTextEdit::KestuTextEdit() : EditBox(TextEditEvents()) {}
+KestuTextEdit::KestuTextEdit() : KestuTextEdit(TextEditEvents()) {}
+
+KestuTextEdit::KestuTextEdit(const EditBoxEvents& events) : EditBox(events) {}
 
 MaskText KestuTextEdit::Rules() {
   return MaskText({text_, mask_, max_length_, include_literals_, text_style_, fill_char_,

@@ -78,7 +78,11 @@ class KestuTextEdit : public EditBox {
   void UserControl_MouseUp(int16_t& button, int16_t& shift, float& x, float& y) override;
   void Menu_Click(int index) override;
 
- private:
+ protected:
+  // For a box built on this editing with events of its own (the plain
+  // text box, which is this box without a mask).
+  explicit KestuTextEdit(const EditBoxEvents& events);
+
   MaskText Rules();
   MaskText Rules() const;
   bool HasSelection() const { return anchor_ != cursor_; }
