@@ -11,10 +11,11 @@ namespace {
 // flag keeps that one quirk in one place.
 void BevelInset(UserControl& control, const ButtonExtent& e, int inset, OLE_COLOR light,
                 OLE_COLOR shadow, bool top_in_horizontal_pixels = false) {
-  const float left = static_cast<float>(inset) * e.pixel_x;
-  const float top = static_cast<float>(inset) * (top_in_horizontal_pixels ? e.pixel_x : e.pixel_y);
-  const float right = e.width - static_cast<float>(inset + 1) * e.pixel_x;
-  const float bottom = e.height - static_cast<float>(inset + 1) * e.pixel_y;
+  const float left = e.left + static_cast<float>(inset) * e.pixel_x;
+  const float top =
+      e.top + static_cast<float>(inset) * (top_in_horizontal_pixels ? e.pixel_x : e.pixel_y);
+  const float right = e.left + e.width - static_cast<float>(inset + 1) * e.pixel_x;
+  const float bottom = e.top + e.height - static_cast<float>(inset + 1) * e.pixel_y;
   Bevel(control, left, top, right, bottom, light, shadow, e.pixel_x);
 }
 

@@ -35,6 +35,7 @@ constexpr ErrorEntry kErrorTable[] = {
     {err::kPathNotFound, "Path not found"},
     {err::kInvalidUseOfNull, "Invalid use of Null"},
     {err::kInvalidPropertyValue, "Invalid property value"},
+    {err::kInvalidPropertyArrayIndex, "Invalid property array index"},
     {err::kPropertyReadOnly, "Property is read-only"},
     {err::kPropertyWriteOnly, "Property is write-only"},
     {err::kObjectRequired, "Object required"},

@@ -27,12 +27,16 @@ struct ButtonFrameColors {
 };
 
 // The extent of the face in the control's twips and the pixel it was drawn
-// with, as the button captured it when it was created.
+// with, as the button captured it when it was created; and where the face
+// starts, for a button that is only part of its control (a drop-down
+// arrow).
 struct ButtonExtent {
   float width;
   float height;
   float pixel_x;
   float pixel_y;
+  float left = 0;
+  float top = 0;
 };
 
 // Draws the frames of `look`. The hot look's dark outline is left out when

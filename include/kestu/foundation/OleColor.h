@@ -13,6 +13,7 @@ namespace syscolor {
 inline constexpr OLE_COLOR kWindowBackground = 0x80000005;
 inline constexpr OLE_COLOR kWindowText = 0x80000008;
 inline constexpr OLE_COLOR kHighlight = 0x8000000D;
+inline constexpr OLE_COLOR kHighlightText = 0x8000000E;
 inline constexpr OLE_COLOR kButtonFace = 0x8000000F;
 inline constexpr OLE_COLOR kButtonShadow = 0x80000010;
 inline constexpr OLE_COLOR kGrayText = 0x80000011;

@@ -31,6 +31,7 @@ inline constexpr int kPathFileAccessError = 75;
 inline constexpr int kPathNotFound = 76;
 inline constexpr int kInvalidUseOfNull = 94;
 inline constexpr int kInvalidPropertyValue = 380;
+inline constexpr int kInvalidPropertyArrayIndex = 381;
 inline constexpr int kPropertyReadOnly = 383;
 inline constexpr int kPropertyWriteOnly = 394;
 inline constexpr int kObjectRequired = 424;
