@@ -100,6 +100,7 @@ Gallery::Gallery(Host& host) : host_(host) {
   AddCommandButtons();
   AddToolbar();
   AddDialogControls();
+  AddDialogInputs();
   DrawCaptions();
 }
 
@@ -422,6 +423,29 @@ void Gallery::AddDialogControls() {
         {{"Caption", Variant("aligned right")}, {"Alignment", Variant(int16_t{1})}});
   Place(host_, *form_, "Label", "lblOff", 360, 524, 160, 17,
         {{"Caption", Variant("disabled, engraved")}, {"Enabled", off}});
+}
+
+void Gallery::AddDialogInputs() {
+  if (!ControlRegistry::Instance().Find("ComboBox")) return;
+  Label(560, 452, "Dialog inputs (CommandButton, TextBox, ComboBox)", true);
+  HostedControl* ok = Place(host_, *form_, "CommandButton", "cmdOK", 560, 472, 75, 23,
+                            {{"Caption", Variant("OK")}});
+  if (ok) ok->SetExtender("Default", Variant::Boolean(true));
+  HostedControl* cancel = Place(host_, *form_, "CommandButton", "cmdCancel", 645, 472, 75, 23,
+                                {{"Caption", Variant("Cancel")}});
+  if (cancel) cancel->SetExtender("Cancel", Variant::Boolean(true));
+  Place(host_, *form_, "CommandButton", "cmdApply", 730, 472, 75, 23,
+        {{"Caption", Variant("&Apply")}, {"Enabled", Variant::Boolean(false)}});
+  Place(host_, *form_, "TextBox", "txtName", 560, 504, 160, 21, {{"Text", Variant("any text")}});
+  HostedControl* combo = Place(host_, *form_, "ComboBox", "cboSize", 560, 534, 160, 21, {});
+  if (!combo) return;
+  // The list through the class's own method and property, as a program fills it.
+  const MethodInfo* add_item = combo->Class().FindMethod("AddItem");
+  for (const char* item : {"Small", "Medium", "Large"}) {
+    std::vector<Variant> arguments = {Variant(item), Variant()};
+    add_item->invoke(combo->Control(), arguments);
+  }
+  combo->Class().FindProperty("ListIndex")->set(combo->Control(), Variant(int16_t{1}));
 }
 
 void Gallery::DrawCaptions() {

@@ -38,6 +38,7 @@ class Gallery {
   void AddCommandButtons();
   void AddToolbar();
   void AddDialogControls();
+  void AddDialogInputs();
   void Label(int x, int y, std::string text, bool heading = false);
   void DrawCaptions();
 
