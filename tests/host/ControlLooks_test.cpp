@@ -16,10 +16,13 @@
 #include "kestu/host/Snapshot.h"
 #include "kestu/numberedit/KestuNumberEdit.h"
 #include "kestu/stdcontrols/CheckBox.h"
+#include "kestu/stdcontrols/ComboBox.h"
+#include "kestu/stdcontrols/CommandButton.h"
 #include "kestu/stdcontrols/Frame.h"
 #include "kestu/stdcontrols/Label.h"
 #include "kestu/stdcontrols/OptionButton.h"
 #include "kestu/textedit/KestuTextEdit.h"
+#include "kestu/textedit/TextBox.h"
 #include "kestu/toolbar/KestuTBBar.h"
 #include "kestu/toolbar/KestuTBSeparator.h"
 #include "support/Golden.h"
@@ -339,6 +342,59 @@ TEST_F(ControlLooks, DialogControls) {
   host_.SetFocus(&focused_option);
   host_.SetFocus(&focused_box);
   ExpectGolden("dialog_controls");
+}
+
+// The dialog's inputs. Push buttons: at rest, the form's default, focused,
+// held down by Space (the caption a pixel right and down), disabled with
+// an engraved caption. Text boxes: with text, disabled, empty. Drop-down
+// lists: at rest, focused (the item on the highlight), nothing selected,
+// disabled (grey item, engraved arrow).
+TEST_F(ControlLooks, DialogInputs) {
+  form_.Resize(7800, 1560);
+  form_.SetBackColor(kMagenta);
+  int count = 0;
+  const auto place = [&](const ClassInfo& info, int column, int top, int height,
+                         const Look& look) -> HostedControl& {
+    HostedControl& placed =
+        host_.NewControl(form_, info, std::string("c").append(std::to_string(count++)),
+                         TwipsRect{kGap + column * 1560, top, 1440, height});
+    for (const auto& [name, value] : look) placed.Control().SetProperty(name, value);
+    return placed;
+  };
+  const Variant off = Variant::Boolean(false);
+  place(CommandButton::Info(), 0, 120, 375, {{"Caption", Variant("&OK")}});
+  HostedControl& by_default =
+      place(CommandButton::Info(), 1, 120, 375, {{"Caption", Variant("Default")}});
+  by_default.SetExtender("Default", Variant::Boolean(true));
+  HostedControl& focused_button =
+      place(CommandButton::Info(), 2, 120, 375, {{"Caption", Variant("Focus")}});
+  HostedControl& pressed =
+      place(CommandButton::Info(), 3, 120, 375, {{"Caption", Variant("Down")}});
+  place(CommandButton::Info(), 4, 120, 375, {{"Caption", Variant("&Off")}, {"Enabled", off}});
+
+  place(TextBox::Info(), 0, 600, 315, {{"Text", Variant("Any text")}});
+  place(TextBox::Info(), 1, 600, 315, {{"Text", Variant("Disabled")}, {"Enabled", off}});
+  place(TextBox::Info(), 2, 600, 315, {{"Text", Variant("")}});
+
+  const auto combo = [&](int column, const Look& look) -> HostedControl& {
+    HostedControl& placed = place(ComboBox::Info(), column, 1080, 315, {});
+    auto& list = static_cast<ComboBox&>(placed.Control());
+    for (const char* item : {"Small", "Medium", "Large"}) list.AddItem(item, Variant());
+    for (const auto& [name, value] : look) list.SetProperty(name, value);
+    return placed;
+  };
+  combo(0, {{"ListIndex", Variant(1)}});
+  HostedControl& focused_combo = combo(1, {{"ListIndex", Variant(2)}});
+  combo(2, {});
+  combo(3, {{"ListIndex", Variant(0)}, {"Enabled", off}});
+
+  // A form has one focus: the button draws its focused look as the host
+  // would have it draw, then the list takes the form's focus.
+  focused_button.Control().UserControl_GotFocus();
+  int16_t space = 32, no_shift = 0;
+  pressed.Control().UserControl_KeyDown(space, no_shift);
+  host_.SetFocus(&focused_combo);
+  ExpectGolden("dialog_inputs");
 }
 
 }  // namespace
