@@ -14,6 +14,7 @@ import sys
 CLASSES = ["KestuNumberEdit", "KestuTextEdit", "KestuPanel3D", "KestuLine3D", "KestuCopyFile",
            "KestuActiveCommand", "KestuTBBar", "KestuTBSeparator", "KestuTBButton"]
 CLASSES += ["Label", "CheckBox", "OptionButton", "Frame"]
+CLASSES += ["CommandButton", "TextBox", "ComboBox"]
 CONTAINERS = ["KestuPanel3D", "KestuTBBar", "Frame"]
 # Each class's own properties and methods (a name a class lacks stops the
 # script as a bad line), and the extender's, which every control has.
@@ -48,6 +49,11 @@ PROPERTIES["Frame"] = ["Font", "Enabled", "BackColor", "ForeColor", "Caption"]
 PROPERTIES["Label"] = PROPERTIES["Frame"] + ["Alignment", "WordWrap", "BackStyle"]
 PROPERTIES["CheckBox"] = PROPERTIES["Frame"] + ["Alignment", "Value"]
 PROPERTIES["OptionButton"] = PROPERTIES["CheckBox"]
+PROPERTIES["CommandButton"] = PROPERTIES["Frame"]
+PROPERTIES["TextBox"] = ["Font", "Enabled", "BackColor", "ForeColor", "Text", "MaxLength", "Locked",
+                         "SelStart", "SelLength", "SelText"]
+PROPERTIES["ComboBox"] = ["Font", "Enabled", "BackColor", "ForeColor", "ListIndex", "ListCount",
+                          "Text"]
 EXTENDER = ["Left", "Top", "Width", "Height", "Visible", "TabIndex", "Align", "ToolTipText",
             "Default", "Cancel"]
 METHODS = {"KestuNumberEdit": ["SelectAll", "XFocus"], "KestuCopyFile": ["BeginCopyFile"],
@@ -55,7 +61,10 @@ METHODS = {"KestuNumberEdit": ["SelectAll", "XFocus"], "KestuCopyFile": ["BeginC
                              "IsValidChar"],
            "KestuPanel3D": [], "KestuLine3D": [], "KestuActiveCommand": ["XFocus"],
            "KestuTBBar": [], "KestuTBSeparator": [], "KestuTBButton": [], "Label": [],
-           "CheckBox": [], "OptionButton": [], "Frame": []}
+           "CheckBox": [], "OptionButton": [], "Frame": [], "CommandButton": [],
+           "TextBox": ["SelectAll"],
+           "ComboBox": ['AddItem "a" Empty', 'AddItem "&b" 0', 'AddItem "-" -1', "AddItem",
+                        "RemoveItem 0", "RemoveItem 40000", "Clear", "List 0", "List -1"]}
 NUMBERS = ["0", "1", "-1", "2", "15", "255", "32767", "-32768", "65535", "2147483647",
            "-2147483648", "1E+15", "-1E+15", "0.5", "1234567.891", "1E+308", "0x80000005"]
 STRINGS = ['""', '"a"', '"1,5"', '"99/99/9999"', '"(999) AAA-aaXCc#"', '"ç"', '"\\xFF\\xFE"', '"&&&"', '"\\u{1F600}"', '"' + "9" * 300 + '"']
