@@ -11,50 +11,20 @@ namespace {
 // Pixels between the box and the caption.
 constexpr int kGap = 4;
 
-struct ToggleEventInfos {
-  EventInfo click{"Click",
-                  {},
-                  "Occurs when the user or the program changes the value. [Ocorre quando o "
-                  "usuário ou o programa muda o valor.]"};
-  EventInfo key_down{"KeyDown", KeyEventParams(),
-                     "Occurs when a key goes down while the control has the focus. [Ocorre "
-                     "quando uma tecla é pressionada com o foco no controle.]"};
-  EventInfo key_press{"KeyPress", KeyPressEventParams(),
-                      "Occurs when a key types a character. [Ocorre quando uma tecla digita "
-                      "um caractere.]"};
-  EventInfo key_up{"KeyUp", KeyEventParams(),
-                   "Occurs when a key is released. [Ocorre quando uma tecla é solta.]"};
-  EventInfo mouse_down{"MouseDown", MouseEventParams(),
-                       "Occurs when a mouse button goes down over the control. [Ocorre quando "
-                       "um botão do mouse é pressionado sobre o controle.]"};
-  EventInfo mouse_move{"MouseMove", MouseEventParams(),
-                       "Occurs when the pointer moves over the control. [Ocorre quando o "
-                       "ponteiro se move sobre o controle.]"};
-  EventInfo mouse_up{"MouseUp", MouseEventParams(),
-                     "Occurs when a mouse button is released. [Ocorre quando um botão do mouse "
-                     "é solto.]"};
-};
-
-const ToggleEventInfos& Events() {
-  static const ToggleEventInfos events;
-  return events;
+const EventInfo& ClickInfo() {
+  static const EventInfo click{"Click",
+                               {},
+                               "Occurs when the user or the program changes the value. [Ocorre "
+                               "quando o usuário ou o programa muda o valor.]"};
+  return click;
 }
 
 }  // namespace
 
-ToggleControl::ToggleControl()
-    : Click(Events().click),
-      KeyDown(Events().key_down),
-      KeyPress(Events().key_press),
-      KeyUp(Events().key_up),
-      MouseDown(Events().mouse_down),
-      MouseMove(Events().mouse_move),
-      MouseUp(Events().mouse_up) {}
+ToggleControl::ToggleControl() : Click(ClickInfo()) {}
 
 std::vector<const EventInfo*> ToggleControl::ToggleEvents() {
-  const ToggleEventInfos& e = Events();
-  return {&e.click,      &e.key_down,   &e.key_press, &e.key_up,
-          &e.mouse_down, &e.mouse_move, &e.mouse_up};
+  return InputEventInfos({&ClickInfo()});
 }
 
 std::vector<PropertyInfo> ToggleControl::ToggleProperties() {

@@ -11,20 +11,16 @@
 #include <vector>
 
 #include "kestu/foundation/Event.h"
+#include "kestu/stdcontrols/InputEvents.h"
 #include "kestu/stdcontrols/StdControl.h"
 
 namespace kestu {
 
-class ToggleControl : public StdControl {
+class ToggleControl : public StdControl, public InputEvents {
  public:
-  // ---- Events, in the order of the interface ----
+  // ---- Events, in the order of the interface: Click, then the key and
+  // mouse events of InputEvents ----
   Event<> Click;
-  Event<int16_t&, int16_t&> KeyDown;
-  Event<int16_t&> KeyPress;
-  Event<int16_t&, int16_t&> KeyUp;
-  Event<int16_t&, int16_t&, float&, float&> MouseDown;
-  Event<int16_t&, int16_t&, float&, float&> MouseMove;
-  Event<int16_t&, int16_t&, float&, float&> MouseUp;
 
   // 0: the box left of the caption; 1: right of it.
   int16_t Alignment() const { return alignment_; }
