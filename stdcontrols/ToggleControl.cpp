@@ -64,32 +64,14 @@ void ToggleControl::Draw() {
   const int text_height = measured.Bottom - measured.Top;
   const int top = (height - text_height) / 2;
   DrawCaption(RECT{area.Left, top, area.Right, top + text_height}, dt::kWordBreak);
-  if (has_focus_ && enabled_) {
+  if (HasFocus() && enabled_) {
     DrawFocusAround(RECT{area.Left, top, measured.Right, top + text_height});
   }
 }
 
-// ---- The state machine ----
-
-void ToggleControl::UserControl_GotFocus() {
-  has_focus_ = true;
-  Redraw();
-}
-
-void ToggleControl::UserControl_LostFocus() {
-  has_focus_ = false;
-  space_held_ = false;
-  Redraw();
-}
-
-void ToggleControl::UserControl_KeyDown(int16_t& key_code, int16_t& shift) {
-  if (!RaiseEvent(KeyDown, key_code, shift)) return;
+// Only the arrow keys are the toggles' own; Space is the push's.
+void ToggleControl::OtherKey(int16_t key_code) {
   switch (key_code) {
-    case key::kSpace:
-      if (space_held_ || shift != 0) return;
-      space_held_ = true;
-      Redraw();
-      return;
     case key::kLeft:
     case key::kUp:
     case key::kRight:
@@ -99,52 +81,6 @@ void ToggleControl::UserControl_KeyDown(int16_t& key_code, int16_t& shift) {
     default:
       return;
   }
-}
-
-void ToggleControl::UserControl_KeyPress(int16_t& key_ascii) {
-  static_cast<void>(RaiseEvent(KeyPress, key_ascii));
-}
-
-void ToggleControl::UserControl_KeyUp(int16_t& key_code, int16_t& shift) {
-  if (!RaiseEvent(KeyUp, key_code, shift)) return;
-  if (key_code != key::kSpace || !space_held_) return;
-  space_held_ = false;
-  Redraw();
-  static_cast<void>(Activate());
-}
-
-void ToggleControl::UserControl_MouseDown(int16_t& button, int16_t& shift, float& x, float& y) {
-  if (!RaiseEvent(MouseDown, button, shift, x, y)) return;
-  if (button != button::kLeft) return;
-  pointer_held_ = pointer_inside_held_ = true;
-  Redraw();
-}
-
-void ToggleControl::UserControl_MouseMove(int16_t& button, int16_t& shift, float& x, float& y) {
-  if (!RaiseEvent(MouseMove, button, shift, x, y)) return;
-  if (!pointer_held_) return;
-  // Dragged off the control the box comes up again; back over it, down.
-  const bool inside = x >= 0 && y >= 0 && x < Width() && y < Height();
-  if (inside == pointer_inside_held_) return;
-  pointer_inside_held_ = inside;
-  Redraw();
-}
-
-void ToggleControl::UserControl_MouseUp(int16_t& button, int16_t& shift, float& x, float& y) {
-  if (!RaiseEvent(MouseUp, button, shift, x, y)) return;
-  if (button != button::kLeft || !pointer_held_) return;
-  pointer_held_ = pointer_inside_held_ = false;
-  Redraw();
-}
-
-// The host calls it for a left press and release over the control.
-void ToggleControl::UserControl_Click() {
-  static_cast<void>(Activate());
-}
-
-void ToggleControl::UserControl_AccessKeyPress(int16_t& /*key_ascii*/) {
-  KestuControlsAPI::SetFocus(hWnd());
-  static_cast<void>(Activate());
 }
 
 }  // namespace kestu

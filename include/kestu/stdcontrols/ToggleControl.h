@@ -11,12 +11,11 @@
 #include <vector>
 
 #include "kestu/foundation/Event.h"
-#include "kestu/stdcontrols/InputEvents.h"
-#include "kestu/stdcontrols/StdControl.h"
+#include "kestu/stdcontrols/PushControl.h"
 
 namespace kestu {
 
-class ToggleControl : public StdControl, public InputEvents {
+class ToggleControl : public PushControl {
  public:
   // ---- Events, in the order of the interface: Click, then the key and
   // mouse events of InputEvents ----
@@ -26,21 +25,6 @@ class ToggleControl : public StdControl, public InputEvents {
   int16_t Alignment() const { return alignment_; }
   void SetAlignment(int16_t alignment);
 
-  bool CanGetFocus() const override { return true; }
-  void UserControl_GotFocus() override;
-  void UserControl_LostFocus() override;
-  void UserControl_KeyDown(int16_t& key_code, int16_t& shift) override;
-  void UserControl_KeyPress(int16_t& key_ascii) override;
-  void UserControl_KeyUp(int16_t& key_code, int16_t& shift) override;
-  void UserControl_MouseDown(int16_t& button, int16_t& shift, float& x, float& y) override;
-  void UserControl_MouseMove(int16_t& button, int16_t& shift, float& x, float& y) override;
-  void UserControl_MouseUp(int16_t& button, int16_t& shift, float& x, float& y) override;
-  void UserControl_Click() override;
-  // The second press of a double click is a click of its own: a quick
-  // double click on a check box toggles it twice, as the user clicked twice.
-  void UserControl_DblClick() override { static_cast<void>(Activate()); }
-  void UserControl_AccessKeyPress(int16_t& key_ascii) override;
-
  protected:
   ToggleControl();
 
@@ -48,26 +32,16 @@ class ToggleControl : public StdControl, public InputEvents {
   static std::vector<PropertyInfo> ToggleProperties();
   static std::vector<const EventInfo*> ToggleEvents();
 
-  // What a click, Space or the access key does. Returns false when a
-  // handler destroyed the control.
-  [[nodiscard]] virtual bool Activate() = 0;
   // Arrow keys: the option button moves through its group.
   virtual void Arrow(int16_t /*key_code*/) {}
+  void OtherKey(int16_t key_code) override;
   // The box's side in pixels, and its drawing at (left, top).
   virtual int BoxSize() const = 0;
   virtual void DrawBox(int left, int top) = 0;
 
   void Draw() override;
-  // The box shows pressed: the left button or Space is held on it.
-  bool ShowsPressed() const { return space_held_ || pointer_inside_held_; }
 
   int16_t alignment_ = 0;
-
- private:
-  bool has_focus_ = false;
-  bool space_held_ = false;
-  bool pointer_held_ = false;         // the left button went down on the control
-  bool pointer_inside_held_ = false;  // and is over it now
 };
 
 }  // namespace kestu
