@@ -6,7 +6,9 @@
 # LD_LIBRARY_PATH: every installed program finds its libraries there, the
 # installed kestu-script runs a script, kestu-copy --exact copies, and a
 # small program with no C++ standard of its own builds against the tree
-# through find_package(Kestu) and through pkg-config, and runs.
+# through find_package(Kestu) and through pkg-config, and runs, and
+# examples/hello builds through find_package(Kestu COMPONENTS Desktop) and
+# finds every library it loads.
 set -euo pipefail
 build=${1:-build/release}
 root=$(cd "$(dirname "$0")/.." && pwd)
@@ -72,6 +74,15 @@ check() {
     fail "examples/consumer found $(sed -n 's/^Kestu_DIR:PATH=//p' "$out/cmake/CMakeCache.txt"), not $tree"
   cmake --build "$out/cmake" >/dev/null || fail "examples/consumer does not build against $tree"
   "$out/cmake/consumer" >/dev/null || fail "examples/consumer built by CMake does not run"
+
+  # A program with real windows: the Desktop component, whose library finds
+  # libkestu.so beside itself.
+  cmake -S "$root/examples/hello" -B "$out/hello" -DCMAKE_PREFIX_PATH="$tree" >/dev/null &&
+    cmake --build "$out/hello" >/dev/null ||
+    fail "examples/hello does not build against $tree with find_package(Kestu COMPONENTS Desktop)"
+  if ldd "$out/hello/hello" | grep -q "not found"; then
+    fail "examples/hello built against $tree: $(ldd "$out/hello/hello" | grep "not found" | head -1 | xargs)"
+  fi
 
   local flags
   flags=$(PKG_CONFIG_PATH=$tree/$libdir/pkgconfig pkg-config --cflags --libs kestu) ||
