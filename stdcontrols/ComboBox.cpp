@@ -5,6 +5,7 @@
 #include "kestu/foundation/Bevel.h"
 #include "kestu/foundation/ButtonFace.h"
 #include "kestu/foundation/ControlSite.h"
+#include "kestu/foundation/HelpText.h"
 #include "kestu/foundation/Keys.h"
 #include "kestu/foundation/PropertyBag.h"
 #include "kestu/foundation/RuntimeError.h"
@@ -28,10 +29,6 @@ const EventInfo& ClickInfo() {
                                "program. [Ocorre quando o item selecionado muda, pelo usuário "
                                "ou pelo programa.]"};
   return click;
-}
-
-std::string Help(const char* english, const char* portuguese) {
-  return std::string(english).append(" [").append(portuguese).append("]");
 }
 
 // A list box shows the window's colours where the dialog controls show

@@ -4,6 +4,7 @@
 
 #include "kestu/textedit/KestuTextEdit.h"
 
+#include "kestu/foundation/HelpText.h"
 #include "kestu/foundation/PropertyBag.h"
 
 namespace kestu {
@@ -62,10 +63,6 @@ MethodInfo SetSelectedTextMethod() {
     return Variant();
   };
   return m;
-}
-
-std::string Help(const char* english, const char* portuguese) {
-  return std::string(english).append(" [").append(portuguese).append("]");
 }
 
 }  // namespace

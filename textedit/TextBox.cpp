@@ -2,6 +2,7 @@
 
 #include <limits>
 
+#include "kestu/foundation/HelpText.h"
 #include "kestu/foundation/RuntimeError.h"
 #include "kestu/foundation/Text.h"
 
@@ -20,10 +21,6 @@ const EditBoxEvents& TextBoxEvents() {
     return e;
   }();
   return events;
-}
-
-std::string Help(const char* english, const char* portuguese) {
-  return std::string(english).append(" [").append(portuguese).append("]");
 }
 
 }  // namespace
