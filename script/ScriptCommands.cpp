@@ -11,6 +11,7 @@
 #include "kestu/host/FormFile.h"
 #include "kestu/host/Host.h"
 #include "kestu/host/KeyStroke.h"
+#include "kestu/host/PageHost.h"
 #include "kestu/host/Snapshot.h"
 #include "script/ScriptError.h"
 #include "script/ScriptHandlers.h"
@@ -20,9 +21,9 @@ namespace kestu {
 
 namespace {
 
-// "NAME.MEMBER", split at its first point.
+// "NAME.MEMBER", split at its last point: NAME may be "FORM.CONTROL".
 std::pair<std::string, std::string> SplitMember(const std::string& word, const char* what) {
-  const size_t dot = word.find('.');
+  const size_t dot = word.rfind('.');
   if (dot == std::string::npos || dot == 0 || dot + 1 == word.size()) {
     throw ScriptError(std::string("expected ") + what);
   }
@@ -33,6 +34,8 @@ std::pair<std::string, std::string> SplitMember(const std::string& word, const c
 
 ScriptCommands::ScriptCommands(Host& host, std::ostream& out, ScriptHandlers& handlers)
     : host_(host), out_(out), handlers_(handlers), input_(host) {}
+
+ScriptCommands::~ScriptCommands() = default;
 
 const std::map<std::string, ScriptCommands::Command, std::less<>>& ScriptCommands::Commands() {
   static const std::map<std::string, Command, std::less<>> commands = {
@@ -75,6 +78,7 @@ const std::map<std::string, ScriptCommands::Command, std::less<>>& ScriptCommand
       {"accesskey", &ScriptCommands::AccessKey},
       {"paint", &ScriptCommands::Paint},
       {"remove", &ScriptCommands::Remove},
+      {"page", &ScriptCommands::PageCommand},
   };
   return commands;
 }
@@ -119,7 +123,17 @@ Token ScriptCommands::NewName(ScriptLexer& in, const char* what) {
 }
 
 HostedControl* ScriptCommands::FindControl(std::string_view name) const {
+  // "FORM.CONTROL": a control of that form, such as a property page's child.
+  if (const size_t dot = name.find('.'); dot != std::string_view::npos) {
+    const Form* form = host_.FindForm(name.substr(0, dot));
+    return form ? form->FindControl(name.substr(dot + 1)) : nullptr;
+  }
   return host_.FindControl(name, host_.FindForm(current_form_));
+}
+
+std::string ScriptCommands::PrintedName(const HostedControl& control, std::string_view as_named) {
+  if (as_named.find('.') == std::string_view::npos) return control.Name();
+  return control.Owner().Name() + "." + control.Name();
 }
 
 HostedControl& ScriptCommands::ControlArgument(ScriptLexer& in) {
@@ -301,7 +315,7 @@ ScriptCommands::PropertyRef ScriptCommands::ResolveProperty(const std::string& t
     } else {
       throw ScriptError("unknown property '" + member + "' of " + control->Class().name);
     }
-    ref.full_name = control->Name() + "." + std::string(ref.name);
+    ref.full_name = PrintedName(*control, target) + "." + std::string(ref.name);
     return ref;
   }
   ref.form = host_.FindForm(target);
@@ -337,6 +351,10 @@ void ScriptCommands::Get(ScriptLexer& in) {
     return;
   }
   const auto [target, member] = SplitMember(word.text, "NAME.PROPERTY");
+  if (PageHost* page = FindPage(target); page && SameName(member, "Changed")) {
+    PrintValue(page->Info().name + ".Changed", Variant::Boolean(page->Page().Changed()), {});
+    return;
+  }
   const PropertyRef ref = ResolveProperty(target, member);
   Variant value;
   if (ref.property) {
@@ -663,10 +681,17 @@ void ScriptCommands::Pixel(ScriptLexer& in) {
 
 void ScriptCommands::Png(ScriptLexer& in) {
   const std::string file = FileName(in);
-  HostedControl* control = in.AtEnd() ? nullptr : &ControlArgument(in);
+  // A name is a control, else a whole form (a property page's).
+  HostedControl* control = nullptr;
+  const Form* form = &CurrentForm();
+  if (!in.AtEnd()) {
+    const Token name = Word(in, "a control or form name");
+    control = FindControl(name.text);
+    form = control ? nullptr : host_.FindForm(name.text);
+    if (!control && !form) throw ScriptError("unknown control '" + name.text + "'");
+  }
   End(in);
-  const Raster picture =
-      control ? RenderControl(host_, *control) : RenderForm(host_, CurrentForm());
+  const Raster picture = control ? RenderControl(host_, *control) : RenderForm(host_, *form);
   picture.SavePng(file);
 }
 
@@ -694,6 +719,59 @@ void ScriptCommands::Echo(ScriptLexer& in) {
     return;
   }
   out_ << in.RestOfLine() << "\n";
+}
+
+// ---- Property pages ----
+
+PageHost* ScriptCommands::FindPage(std::string_view name) const {
+  auto it = std::find_if(pages_.begin(), pages_.end(),
+                         [&](const auto& page) { return SameName(page->Info().name, name); });
+  return it == pages_.end() ? nullptr : it->get();
+}
+
+void ScriptCommands::PageCommand(ScriptLexer& in) {
+  const Token action = Word(in, "open, apply or close");
+  const Token name = Word(in, "a page name");
+  if (action.IsWord("open")) {
+    OpenPage(name.text, in);
+    return;
+  }
+  End(in);
+  PageHost* page = FindPage(name.text);
+  if (!page) throw ScriptError("no page '" + name.text + "' is open");
+  if (action.IsWord("apply")) {
+    page->ApplyChanges();
+  } else if (action.IsWord("close")) {
+    ClosePage(*page);
+  } else {
+    throw ScriptError("expected open, apply or close");
+  }
+}
+
+// The page gets a form of its own, named after it, which becomes the
+// active window as a dialog would; the script's current form stays.
+void ScriptCommands::OpenPage(const std::string& name, ScriptLexer& in) {
+  const PageInfo* info = PageRegistry::Instance().Find(name);
+  if (!info) throw ScriptError("unknown page '" + name + "'");
+  std::vector<HostedControl*> selected;
+  while (!in.AtEnd()) selected.push_back(&ControlArgument(in));
+  if (selected.empty()) throw ScriptError("expected the controls the page is opened on");
+  if (PageHost* open = FindPage(info->name)) ClosePage(*open);
+  Form& form = host_.CreateForm(info->name, info->width, info->height);
+  form.SetCaption(info->caption);
+  try {
+    pages_.push_back(std::make_unique<PageHost>(host_, *info, form, selected));
+  } catch (...) {
+    host_.CloseForm(form);
+    throw;
+  }
+  pages_.back()->SelectionChanged();
+}
+
+void ScriptCommands::ClosePage(PageHost& page) {
+  Form& form = page.Owner();
+  std::erase_if(pages_, [&](const auto& open) { return open.get() == &page; });
+  host_.CloseForm(form);
 }
 
 }  // namespace kestu

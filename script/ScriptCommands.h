@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <map>
+#include <memory>
 #include <ostream>
 #include <string>
 #include <string_view>
@@ -20,12 +21,14 @@ namespace kestu {
 class Host;
 class Form;
 class HostedControl;
+class PageHost;
 class ScriptHandlers;
 struct PropertyInfo;
 
 class ScriptCommands {
  public:
   ScriptCommands(Host& host, std::ostream& out, ScriptHandlers& handlers);
+  ~ScriptCommands();
 
   // Files the script reads are looked for here first.
   void SetBaseDir(std::filesystem::path base_dir) { base_dir_ = std::move(base_dir); }
@@ -83,6 +86,10 @@ class ScriptCommands {
   // Extensions.
   void Paint(ScriptLexer& in);
   void Remove(ScriptLexer& in);
+  void PageCommand(ScriptLexer& in);
+  void OpenPage(const std::string& name, ScriptLexer& in);
+  void ClosePage(PageHost& page);
+  PageHost* FindPage(std::string_view name) const;
 
   // Reading a line.
   Token Word(ScriptLexer& in, const char* what);
@@ -90,7 +97,7 @@ class ScriptCommands {
   // A name for something new: a letter, then letters, digits and "_".
   Token NewName(ScriptLexer& in, const char* what);
   HostedControl& ControlArgument(ScriptLexer& in);
-  // A word "NAME.MEMBER", split at its first point.
+  // A word "NAME.MEMBER", split at its last point.
   std::pair<std::string, std::string> MemberArgument(ScriptLexer& in, const char* what);
   ScriptValue ValueArgument(ScriptLexer& in) { return ScriptValue::Parse(in); }
   void End(ScriptLexer& in);
@@ -102,6 +109,9 @@ class ScriptCommands {
 
   Form& CurrentForm() const;
   HostedControl* FindControl(std::string_view name) const;
+  // The control's name as a trace prints it: qualified by its form when
+  // the script named it so.
+  static std::string PrintedName(const HostedControl& control, std::string_view as_named);
   // A property a line names, found: one of the control's class, else of
   // its extender, or one of a form.
   struct PropertyRef {
@@ -136,6 +146,7 @@ class ScriptCommands {
   HostInput input_;
   std::filesystem::path base_dir_;
   std::string current_form_ = "Form1";
+  std::vector<std::unique_ptr<PageHost>> pages_;
 };
 
 }  // namespace kestu

@@ -1,5 +1,6 @@
 #include "script/ScriptLexer.h"
 
+#include <cctype>
 #include <charconv>
 
 #include "kestu/foundation/Text.h"
@@ -74,8 +75,26 @@ std::optional<Token> ScriptLexer::Next() {
       break;
   }
   const size_t start = pos_;
-  while (pos_ < line_.size() && !EndsWord(line_[pos_])) ++pos_;
+  ReadWordCharacters();
+  // A member of a control array inside a dotted name stays in the word:
+  // "ppgButtons.optSize(1).Value".
+  while (line_.substr(start, pos_ - start).find('.') != std::string_view::npos && AtArrayIndex()) {
+    pos_ = line_.find(')', pos_) + 1;
+    ReadWordCharacters();
+  }
   return Token{Token::Kind::Word, std::string(line_.substr(start, pos_ - start))};
+}
+
+void ScriptLexer::ReadWordCharacters() {
+  while (pos_ < line_.size() && !EndsWord(line_[pos_])) ++pos_;
+}
+
+bool ScriptLexer::AtArrayIndex() const {
+  if (pos_ >= line_.size() || line_[pos_] != '(') return false;
+  size_t at = pos_ + 1;
+  const size_t digits = at;
+  while (at < line_.size() && std::isdigit(static_cast<unsigned char>(line_[at]))) ++at;
+  return at > digits && at < line_.size() && line_[at] == ')';
 }
 
 Token ScriptLexer::ReadString() {

@@ -40,6 +40,9 @@ class ScriptLexer {
  private:
   void SkipBlanks();
   bool AtComment() const;
+  void ReadWordCharacters();
+  // At "(DIGITS)".
+  bool AtArrayIndex() const;
   Token ReadString();
   void AppendEscape(std::string& out);
   size_t CommentStart() const;

@@ -1,0 +1,85 @@
+#include "kestu/host/PageHost.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+#include "kestu/foundation/ClassInfo.h"
+#include "kestu/foundation/RuntimeError.h"
+#include "kestu/host/Host.h"
+
+namespace kestu {
+
+PageHost::PageHost(Host& host, const PageInfo& info, Form& form,
+                   const std::vector<HostedControl*>& selected, HostedControl* container)
+    : host_(host), info_(info), form_(form), container_(container) {
+  for (const HostedControl* control : selected) selected_.push_back(control->hWnd());
+  host_.AddObserver(this);
+  // A page runs while its form is designed: its children are in run mode
+  // whatever mode the host gives new controls.
+  const bool user_mode = host_.UserMode();
+  host_.SetUserMode(true);
+  try {
+    page_ = info_.create(*this);
+  } catch (...) {
+    host_.SetUserMode(user_mode);
+    host_.RemoveObserver(this);
+    throw;
+  }
+  host_.SetUserMode(user_mode);
+}
+
+PageHost::~PageHost() {
+  host_.RemoveObserver(this);
+}
+
+void PageHost::SelectionChanged() {
+  page_->PropertyPage_SelectionChanged();
+  page_->SetChanged(false);
+}
+
+void PageHost::ApplyChanges() {
+  page_->PropertyPage_ApplyChanges();
+  page_->SetChanged(false);
+}
+
+UserControl& PageHost::AddChild(std::string_view class_name, const std::string& name, int left,
+                                int top, int width, int height, UserControl* container) {
+  const ClassInfo* info = ControlRegistry::Instance().Find(class_name);
+  if (!info) {
+    throw std::logic_error(info_.name + " places an unknown control class " +
+                           std::string(class_name));
+  }
+  HostedControl* inside = container ? ChildHolding(container) : container_;
+  HostedControl& child =
+      host_.NewControl(form_, *info, name, TwipsRect{left, top, width, height}, inside);
+  children_.push_back(&child);
+  return child.Control();
+}
+
+UserControl& PageHost::SelectedControl(int index) const {
+  if (index < 0 || index >= SelectedCount()) {
+    throw RuntimeError(err::kInvalidPropertyArrayIndex, "SelectedControls");
+  }
+  HostedControl* control = host_.FindWindow(selected_[index]).control;
+  if (!control) throw RuntimeError(err::kObjectRequired, "SelectedControls");
+  return control->Control();
+}
+
+void PageHost::ChangedChanged(bool changed) {
+  if (on_changed_) on_changed_(changed);
+}
+
+void PageHost::OnEvent(HostedControl& control, const EventInfo& event,
+                       std::span<EventArgument> /*arguments*/) {
+  // Events while the page is still being built are its own set-up.
+  if (!page_ || !ChildHolding(&control.Control())) return;
+  page_->ChildEvent(control.Control(), event);
+}
+
+HostedControl* PageHost::ChildHolding(const UserControl* control) const {
+  auto it = std::find_if(children_.begin(), children_.end(),
+                         [&](const HostedControl* child) { return &child->Control() == control; });
+  return it == children_.end() ? nullptr : *it;
+}
+
+}  // namespace kestu
