@@ -166,8 +166,9 @@ Form* SdlDesktop::FormOf(const FormWindow& window) const {
 
 // ---- The loop ----
 
-void SdlDesktop::Run() {
+void SdlDesktop::Run(const std::function<void()>& after_each_turn) {
   while (RunOnce(MillisecondsToNextTimer())) {
+    if (after_each_turn) after_each_turn();
   }
 }
 

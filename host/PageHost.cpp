@@ -10,8 +10,9 @@
 namespace kestu {
 
 PageHost::PageHost(Host& host, const PageInfo& info, Form& form,
-                   const std::vector<HostedControl*>& selected, HostedControl* container)
-    : host_(host), info_(info), form_(form), container_(container) {
+                   const std::vector<HostedControl*>& selected, HostedControl* container, int left,
+                   int top)
+    : host_(host), info_(info), form_(form), container_(container), left_(left), top_(top) {
   for (const HostedControl* control : selected) selected_.push_back(control->hWnd());
   host_.AddObserver(this);
   // A page runs while its form is designed: its children are in run mode
@@ -50,6 +51,12 @@ UserControl& PageHost::AddChild(std::string_view class_name, const std::string& 
                            std::string(class_name));
   }
   HostedControl* inside = container ? ChildHolding(container) : container_;
+  // The page's corner is where it sits; inside a frame of its own the
+  // place is the frame's.
+  if (!container) {
+    left += left_;
+    top += top_;
+  }
   HostedControl& child =
       host_.NewControl(form_, *info, name, TwipsRect{left, top, width, height}, inside);
   children_.push_back(&child);

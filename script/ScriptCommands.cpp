@@ -12,6 +12,7 @@
 #include "kestu/host/Host.h"
 #include "kestu/host/KeyStroke.h"
 #include "kestu/host/PageHost.h"
+#include "kestu/host/PropertyDialog.h"
 #include "kestu/host/Snapshot.h"
 #include "script/ScriptError.h"
 #include "script/ScriptHandlers.h"
@@ -79,6 +80,7 @@ const std::map<std::string, ScriptCommands::Command, std::less<>>& ScriptCommand
       {"paint", &ScriptCommands::Paint},
       {"remove", &ScriptCommands::Remove},
       {"page", &ScriptCommands::PageCommand},
+      {"dialog", &ScriptCommands::DialogCommand},
   };
   return commands;
 }
@@ -95,6 +97,9 @@ void ScriptCommands::Execute(std::string_view line) {
   });
   if (it == commands.end()) throw ScriptError("unknown command '" + command->text + "'");
   (this->*(it->second))(in);
+  // A dialog ended by its own button goes between commands, never inside
+  // the click that ended it.
+  if (dialog_ && dialog_->Done()) dialog_.reset();
 }
 
 // ---- Reading a line ----
@@ -772,6 +777,23 @@ void ScriptCommands::ClosePage(PageHost& page) {
   Form& form = page.Owner();
   std::erase_if(pages_, [&](const auto& open) { return open.get() == &page; });
   host_.CloseForm(form);
+}
+
+// The designer's property dialog on the controls named; its controls and
+// its pages' children are PropertyDialog.NAME.
+void ScriptCommands::DialogCommand(ScriptLexer& in) {
+  const Token action = Word(in, "open or close");
+  if (action.IsWord("close")) {
+    End(in);
+    dialog_.reset();
+    return;
+  }
+  if (!action.IsWord("open")) throw ScriptError("expected open or close");
+  std::vector<HostedControl*> selected;
+  while (!in.AtEnd()) selected.push_back(&ControlArgument(in));
+  if (selected.empty()) throw ScriptError("expected the controls the dialog is opened on");
+  dialog_.reset();
+  dialog_ = std::make_unique<PropertyDialog>(host_, selected);
 }
 
 }  // namespace kestu

@@ -22,6 +22,7 @@ class Host;
 class Form;
 class HostedControl;
 class PageHost;
+class PropertyDialog;
 class ScriptHandlers;
 struct PropertyInfo;
 
@@ -87,6 +88,7 @@ class ScriptCommands {
   void Paint(ScriptLexer& in);
   void Remove(ScriptLexer& in);
   void PageCommand(ScriptLexer& in);
+  void DialogCommand(ScriptLexer& in);
   void OpenPage(const std::string& name, ScriptLexer& in);
   void ClosePage(PageHost& page);
   PageHost* FindPage(std::string_view name) const;
@@ -147,6 +149,7 @@ class ScriptCommands {
   std::filesystem::path base_dir_;
   std::string current_form_ = "Form1";
   std::vector<std::unique_ptr<PageHost>> pages_;
+  std::unique_ptr<PropertyDialog> dialog_;
 };
 
 }  // namespace kestu

@@ -31,15 +31,6 @@ const EventInfo& ClickInfo() {
   return click;
 }
 
-// A list box shows the window's colours where the dialog controls show
-// the face's.
-void DefaultTo(std::vector<PropertyInfo>& properties, std::string_view name, OLE_COLOR color) {
-  for (PropertyInfo& p : properties) {
-    if (p.name != name) continue;
-    p.persist->initial = p.persist->read_default = VariantTraits<OLE_COLOR>::To(color);
-  }
-}
-
 MethodInfo AddItemMethod() {
   MethodInfo m;
   m.name = "AddItem";
@@ -91,8 +82,10 @@ ClassInfo& ComboBox::Info() {
     c.default_height = 315;
     c.create = [] { return std::make_unique<ComboBox>(); };
     c.properties = SharedProperties(false);
-    DefaultTo(c.properties, "BackColor", syscolor::kWindowBackground);
-    DefaultTo(c.properties, "ForeColor", syscolor::kWindowText);
+    // A list box shows the window's colours where the dialog controls
+    // show the face's.
+    DefaultColor(c.properties, "BackColor", syscolor::kWindowBackground);
+    DefaultColor(c.properties, "ForeColor", syscolor::kWindowText);
     c.properties.push_back(Property<C>("ListIndex", "Integer", &C::ListIndex, &C::SetListIndex,
                                        Help("Returns/sets the selected item; -1 for none.",
                                             "Retorna/define o item selecionado; -1 nenhum.")));

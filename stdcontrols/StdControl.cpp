@@ -195,4 +195,12 @@ bool StdControl::IsInside(const FormMember& member, const UserControl* container
   return false;
 }
 
+void StdControl::DefaultColor(std::vector<PropertyInfo>& properties, std::string_view name,
+                              OLE_COLOR color) {
+  for (PropertyInfo& p : properties) {
+    if (p.name != name) continue;
+    p.persist->initial = p.persist->read_default = VariantTraits<OLE_COLOR>::To(color);
+  }
+}
+
 }  // namespace kestu

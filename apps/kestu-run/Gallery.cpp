@@ -427,7 +427,7 @@ void Gallery::AddDialogControls() {
 
 void Gallery::AddDialogInputs() {
   if (!ControlRegistry::Instance().Find("ComboBox")) return;
-  Label(560, 452, "Dialog inputs (CommandButton, TextBox, ComboBox)", true);
+  Label(560, 452, "Dialog inputs (CommandButton, TextBox, ComboBox, TabStrip)", true);
   HostedControl* ok = Place(host_, *form_, "CommandButton", "cmdOK", 560, 472, 75, 23,
                             {{"Caption", Variant("OK")}});
   if (ok) ok->SetExtender("Default", Variant::Boolean(true));
@@ -446,6 +446,14 @@ void Gallery::AddDialogInputs() {
     add_item->invoke(combo->Control(), arguments);
   }
   combo->Class().FindProperty("ListIndex")->set(combo->Control(), Variant(int16_t{1}));
+  // A property dialog's tabs: the same list, drawn as tabs.
+  HostedControl* tabs = Place(host_, *form_, "TabStrip", "tabPages", 730, 504, 140, 60, {});
+  if (!tabs) return;
+  for (const char* tab : {"General", "About"}) {
+    std::vector<Variant> arguments = {Variant(tab), Variant()};
+    tabs->Class().FindMethod("AddItem")->invoke(tabs->Control(), arguments);
+  }
+  tabs->Class().FindProperty("ListIndex")->set(tabs->Control(), Variant(int16_t{0}));
 }
 
 void Gallery::DrawCaptions() {

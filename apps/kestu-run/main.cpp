@@ -4,31 +4,38 @@
 #include <exception>
 #include <filesystem>
 #include <iostream>
+#include <memory>
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "apps/kestu-run/Gallery.h"
 #include "kestu/desktop/SdlDesktop.h"
 #include "kestu/host/FormFile.h"
 #include "kestu/host/Host.h"
+#include "kestu/host/PropertyDialog.h"
 #include "kestu/host/Snapshot.h"
 #include "kestu/script/TraceWriter.h"
 
 namespace {
 
 constexpr const char* kUsage =
-    "usage: kestu-run [FORM.json] [--trace] [--png FILE]\n"
+    "usage: kestu-run [FORM.json] [--trace] [--png FILE] [--properties CONTROL]\n"
     "Opens FORM.json, or the gallery of every control when none is given, in a\n"
     "window. --trace prints the trace kestu-script prints; --png FILE renders the\n"
-    "form to FILE without opening a window. Without a display the form is\n"
-    "rendered to kestu-run.png instead.\n";
+    "form to FILE without opening a window. --properties CONTROL also opens the\n"
+    "property dialog of that control of the form, as a designer would: its pages\n"
+    "change the control when applied. Without a display the form is rendered to\n"
+    "kestu-run.png instead.\n";
 
 constexpr const char* kHeadlessPng = "kestu-run.png";
 
 struct Options {
   std::optional<std::filesystem::path> form_file;
   std::optional<std::filesystem::path> png;
+  std::optional<std::string> properties;
   bool trace = false;
   bool help = false;
 };
@@ -41,6 +48,8 @@ std::optional<Options> ParseOptions(int argc, char** argv) {
       options.trace = true;
     } else if (arg == "--png" && i + 1 < argc) {
       options.png = argv[++i];
+    } else if (arg == "--properties" && i + 1 < argc) {
+      options.properties = argv[++i];
     } else if (arg == "-h" || arg == "--help") {
       options.help = true;
     } else if (!arg.starts_with("-") && !options.form_file) {
@@ -72,6 +81,18 @@ void RenderPng(const kestu::Host& host, const Shown& shown, const std::filesyste
   picture.SavePng(path);
 }
 
+// The property dialog of the form's control `name`, when one is asked for.
+std::unique_ptr<kestu::PropertyDialog> OpenDialog(kestu::Host& host, const Shown& shown,
+                                                  const std::optional<std::string>& name) {
+  if (!name) return nullptr;
+  kestu::HostedControl* control = shown.form->FindControl(*name);
+  if (!control) {
+    throw std::invalid_argument("--properties: the form " + shown.form->Name() +
+                                " has no control '" + *name + "'");
+  }
+  return std::make_unique<kestu::PropertyDialog>(host, std::vector<kestu::HostedControl*>{control});
+}
+
 int Run(const Options& options) {
   kestu::Host host;
   // Each trace line is flushed as it is written: a test reads it live.
@@ -97,9 +118,13 @@ int Run(const Options& options) {
               << png.string() << "\n";
     return 0;
   }
+  std::unique_ptr<kestu::PropertyDialog> dialog = OpenDialog(host, shown, options.properties);
   kestu::SdlDesktop desktop(host);
   desktop.SetBackdrop(BackdropFor(shown));
-  desktop.Run();
+  // OK and Cancel end the dialog inside their own click; it goes between turns.
+  desktop.Run([&dialog] {
+    if (dialog && dialog->Done()) dialog.reset();
+  });
   return 0;
 }
 

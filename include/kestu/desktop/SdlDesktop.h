@@ -62,8 +62,10 @@ class SdlDesktop final : public Desktop {
   // where there is no display to keep to).
   void SetFrameRate(int frames_per_second) { frames_per_second_ = frames_per_second; }
 
-  // Turns the loop until every window is closed.
-  void Run();
+  // Turns the loop until every window is closed, calling `after_each_turn`
+  // (when given) between turns, where no input is being handled: a program
+  // lets a finished dialog go there.
+  void Run(const std::function<void()>& after_each_turn = {});
   // One turn, waiting at most `wait_ms` for input. False once no form is
   // left.
   bool RunOnce(int wait_ms);

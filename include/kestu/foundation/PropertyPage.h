@@ -96,9 +96,6 @@ class PageRegistry {
   std::vector<const PageInfo*> pages_;
 };
 
-// The library's About page, which every property dialog shows last.
-inline constexpr std::string_view kAboutPageName = "ppgSobre";
-
 // Registers a page class at load time; the class must have a static
 // `const PageInfo& Info()`.
 #define KESTU_REGISTER_PAGE(Class)                             \

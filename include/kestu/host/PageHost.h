@@ -18,11 +18,13 @@ class HostedControl;
 
 class PageHost final : public PageSite, private HostObserver {
  public:
-  // Builds page `info` on `form`, its children inside `container` when one
-  // is given (a dialog's tab), for the controls `selected`. The page's own
-  // procedures have not run yet: call SelectionChanged.
+  // Builds page `info` on `form` for the controls `selected`, its children
+  // inside `container` when one is given, the page's corner at `left`,
+  // `top` twips (a dialog's tab). The page's own procedures have not run
+  // yet: call SelectionChanged.
   PageHost(Host& host, const PageInfo& info, Form& form,
-           const std::vector<HostedControl*>& selected, HostedControl* container = nullptr);
+           const std::vector<HostedControl*>& selected, HostedControl* container = nullptr,
+           int left = 0, int top = 0);
   ~PageHost() override;
   PageHost(const PageHost&) = delete;
   PageHost& operator=(const PageHost&) = delete;
@@ -59,6 +61,8 @@ class PageHost final : public PageSite, private HostObserver {
   const PageInfo& info_;
   Form& form_;
   HostedControl* container_;
+  int left_;
+  int top_;
   std::vector<int32_t> selected_;  // window handles: a control may go while the page is open
   std::vector<HostedControl*> children_;
   std::unique_ptr<PropertyPage> page_;

@@ -60,11 +60,13 @@ class ComboBox : public StdControl, public InputEvents {
 
  protected:
   void Draw() override;
-
- private:
   // Stores, draws and raises Click when the index changes; false when a
   // handler destroyed the box.
   [[nodiscard]] bool ChangeListIndex(int16_t index);
+  const std::vector<std::string>& Items() const { return items_; }
+  bool HasFocus() const { return has_focus_; }
+
+ private:
   // Shows the list as a popup menu and selects what the user chose.
   void DropDown();
   void CheckIndex(int16_t index) const;

@@ -50,6 +50,10 @@ class StdControl : public UserControl {
   // properties refuse what they cannot draw, when assigned and when loaded.
   static void CheckRange(int32_t value, int32_t low, int32_t high);
   static std::function<void(const Variant&)> RangeCheck(int32_t low, int32_t high);
+  // Makes `color` the value of the colour property `name` for a new
+  // control and for a bag without it.
+  static void DefaultColor(std::vector<PropertyInfo>& properties, std::string_view name,
+                           OLE_COLOR color);
 
   virtual void Draw() = 0;
 
