@@ -1,0 +1,184 @@
+#include "kestu/proppages/ppgNumberEdit.h"
+
+#include <algorithm>
+#include <string>
+
+#include "kestu/foundation/ClassInfo.h"
+#include "kestu/foundation/RuntimeError.h"
+#include "kestu/foundation/UserControl.h"
+#include "kestu/foundation/Variant.h"
+
+namespace kestu {
+
+namespace {
+
+// Layout, in pixels of 15 twips: the lengths and the format on the left,
+// the flags on the right, the preview across the bottom.
+constexpr int kPx = 15;
+
+// The formats in the order of their values, each with how it writes a
+// number, so the author need not remember which separator is which.
+constexpr const char* kFormats[] = {"0 - BrazilFormat (1.234,56)", "1 - USFormat (1,234.56)"};
+constexpr int16_t kFormatCount = 2;
+
+// The sample's digits: as many integer digits as the box allows, so the
+// author sees how wide the box must be, and as many decimals.
+constexpr std::string_view kIntegerDigits = "123456789012345";
+constexpr std::string_view kDecimalDigits = "89123";
+
+bool IsChecked(UserControl& box) {
+  return box.GetProperty("Value").ToInteger() == 1;
+}
+
+Variant CheckValue(bool checked) {
+  return Variant(int16_t{checked ? int16_t{1} : int16_t{0}});
+}
+
+// The sample in the box's invariant "." form: the box puts its own
+// separators in.
+std::string SampleNumber(int integer_digits, int decimal_digits, bool negative) {
+  const auto count = [](int n, std::string_view digits) {
+    return static_cast<size_t>(std::clamp(n, 0, static_cast<int>(digits.size())));
+  };
+  std::string sample;
+  if (negative) sample.push_back('-');
+  const size_t integers = count(integer_digits, kIntegerDigits);
+  if (integers == 0) sample.push_back('0');
+  sample.append(kIntegerDigits.substr(0, integers));
+  const size_t decimals = count(decimal_digits, kDecimalDigits);
+  if (decimals > 0) sample.push_back('.');
+  sample.append(kDecimalDigits.substr(0, decimals));
+  return sample;
+}
+
+}  // namespace
+
+const PageInfo& ppgNumberEdit::Info() {
+  static const PageInfo info{"ppgNumberEdit", "General", 400 * kPx, 212 * kPx,
+                             [](PageSite& site) { return std::make_unique<ppgNumberEdit>(site); }};
+  return info;
+}
+
+KESTU_REGISTER_PAGE(ppgNumberEdit)
+
+ppgNumberEdit::ppgNumberEdit(PageSite& site) : PropertyPage(site) {
+  // Each length with the limit the box holds it to beside it: a larger
+  // value is taken but cut to the limit.
+  Add("Label", "Label1", 8 * kPx, 8 * kPx, 180 * kPx, 13 * kPx)
+      .SetProperty("Caption", "Integer digits:");
+  txt_int_max_length_ = &Add("TextBox", "txtIntMaxLength", 8 * kPx, 23 * kPx, 60 * kPx, 21 * kPx);
+  Add("Label", "lblIntRange", 74 * kPx, 27 * kPx, 110 * kPx, 13 * kPx)
+      .SetProperty("Caption", "(up to 15)");
+  Add("Label", "Label2", 8 * kPx, 52 * kPx, 180 * kPx, 13 * kPx)
+      .SetProperty("Caption", "Decimal digits:");
+  txt_dec_max_length_ = &Add("TextBox", "txtDecMaxLength", 8 * kPx, 67 * kPx, 60 * kPx, 21 * kPx);
+  Add("Label", "lblDecRange", 74 * kPx, 71 * kPx, 110 * kPx, 13 * kPx)
+      .SetProperty("Caption", "(up to 5)");
+  Add("Label", "Label3", 8 * kPx, 96 * kPx, 180 * kPx, 13 * kPx)
+      .SetProperty("Caption", "Number format:");
+  cbo_number_format_ = &Add("ComboBox", "cboNumberFormat", 8 * kPx, 111 * kPx, 180 * kPx, 21 * kPx);
+  const MethodInfo* add_item = cbo_number_format_->Class().FindMethod("AddItem");
+  for (const char* format : kFormats) {
+    Variant item[] = {Variant(format)};
+    add_item->invoke(*cbo_number_format_, item);
+  }
+
+  static constexpr struct {
+    const char* name;
+    const char* caption;
+    const char* property;
+  } kFlags[] = {{"chkThSeparator", "Thousands separator", "ThSeparator"},
+                {"chkAllowNegative", "Allow negative numbers", "AllowNegative"},
+                {"chkAutoSelect", "Select all on focus", "AutoSelect"},
+                {"chkLocked", "Locked", "Locked"},
+                {"chkBorder3D", "3D border", "Border3D"},
+                {"chkShadow", "Shadow", "Shadow"}};
+  for (size_t i = 0; i < flags_.size(); ++i) {
+    UserControl& box = Add("CheckBox", kFlags[i].name, 204 * kPx,
+                           (8 + 20 * static_cast<int>(i)) * kPx, 188 * kPx, 17 * kPx);
+    box.SetProperty("Caption", kFlags[i].caption);
+    flags_[i] = {&box, kFlags[i].property};
+  }
+
+  UserControl& frame = Add("Frame", "fraPreview", 8 * kPx, 142 * kPx, 384 * kPx, 62 * kPx);
+  frame.SetProperty("Caption", " Preview ");
+  // Tall enough for the shadow's band below the face.
+  prv_number_ =
+      &Add("KestuNumberEdit", "prvNumber", 10 * kPx, 22 * kPx, 260 * kPx, 26 * kPx, &frame);
+}
+
+// Always from the first selected control only.
+void ppgNumberEdit::PropertyPage_SelectionChanged() {
+  UserControl& box = SelectedControls(0);
+  filling_ = true;
+  try {
+    txt_int_max_length_->SetProperty("Text", box.GetProperty("IntMaxLength").ToString());
+    txt_dec_max_length_->SetProperty("Text", box.GetProperty("DecMaxLength").ToString());
+    chosen_format_ = static_cast<int16_t>(box.GetProperty("NumberFormat").ToInteger());
+    const bool listed = chosen_format_ >= 0 && chosen_format_ < kFormatCount;
+    cbo_number_format_->SetProperty("ListIndex", listed ? chosen_format_ : int16_t{-1});
+    for (const FlagBox& flag : flags_) {
+      flag.box->SetProperty("Value", CheckValue(box.GetProperty(flag.property).ToBool()));
+    }
+  } catch (...) {
+    filling_ = false;
+    throw;
+  }
+  filling_ = false;
+  UpdatePreview();
+}
+
+// Only the first selected box changes, whatever else is selected, as on
+// the other pages.
+void ppgNumberEdit::PropertyPage_ApplyChanges() {
+  WriteSettings(SelectedControls(0), false);
+}
+
+// The order is fixed: the flags, which every box takes, then the format,
+// then the decimal and the integer lengths, each the leading number of its
+// text; a length past 16 bits overflows, and what came before it stays
+// assigned.
+void ppgNumberEdit::WriteSettings(UserControl& box, bool tolerant) {
+  const auto put = [&](const char* property, const Variant& value) {
+    if (!tolerant) {
+      box.SetProperty(property, value);
+      return;
+    }
+    try {
+      box.SetProperty(property, value);
+    } catch (const RuntimeError&) {
+      // The preview keeps its last good value for this property.
+    }
+  };
+  for (const FlagBox& flag : flags_) put(flag.property, Variant::Boolean(IsChecked(*flag.box)));
+  put("NumberFormat", chosen_format_);
+  put("DecMaxLength", Val(txt_dec_max_length_->GetProperty("Text").ToString()));
+  put("IntMaxLength", Val(txt_int_max_length_->GetProperty("Text").ToString()));
+}
+
+// The preview takes the page's settings as they stand and shows a sample
+// that fills the lengths. A setting the box would refuse (a length past 16
+// bits) must not stop the page: the preview keeps that property's last
+// good value and shows the rest, and the error is reported on Apply.
+void ppgNumberEdit::UpdatePreview() {
+  WriteSettings(*prv_number_, true);
+  // The lengths read back as the box holds them, after its own limits.
+  const int integers = static_cast<int>(prv_number_->GetProperty("IntMaxLength").ToInteger());
+  const int decimals = static_cast<int>(prv_number_->GetProperty("DecMaxLength").ToInteger());
+  const bool negative = prv_number_->GetProperty("AllowNegative").ToBool();
+  prv_number_->SetProperty("Text", SampleNumber(integers, decimals, negative));
+}
+
+void ppgNumberEdit::ChildEvent(UserControl& child, const EventInfo& event) {
+  // The preview's own events (the author may type in it) change nothing.
+  if (&child == prv_number_) return;
+  if (event.name != "Change" && event.name != "Click") return;
+  if (&child == cbo_number_format_) {
+    const int16_t index = static_cast<int16_t>(child.GetProperty("ListIndex").ToInteger());
+    if (index >= 0) chosen_format_ = index;
+  }
+  SetChanged(true);
+  if (!filling_) UpdatePreview();
+}
+
+}  // namespace kestu
