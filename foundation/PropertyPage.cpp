@@ -2,7 +2,9 @@
 
 #include <algorithm>
 
+#include "kestu/foundation/RuntimeError.h"
 #include "kestu/foundation/Text.h"
+#include "kestu/foundation/UserControl.h"
 
 namespace kestu {
 
@@ -21,6 +23,19 @@ UserControl& PropertyPage::Add(std::string_view class_name, const std::string& n
                                int left, int top, int width, int height, UserControl* container) {
   return Add(class_name, name + "(" + std::to_string(index) + ")", left, top, width, height,
              container);
+}
+
+bool PropertyPage::Assign(UserControl& control, std::string_view property, const Variant& value,
+                          bool tolerant) {
+  // Compared as text, as a text box shows a setting: 5 and "5" are one.
+  if (control.GetProperty(property).ToString() == value.ToString()) return false;
+  try {
+    control.SetProperty(property, value);
+  } catch (const RuntimeError&) {
+    if (!tolerant) throw;
+    return false;
+  }
+  return true;
 }
 
 PageRegistry& PageRegistry::Instance() {

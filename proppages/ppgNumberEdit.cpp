@@ -140,15 +140,7 @@ void ppgNumberEdit::PropertyPage_ApplyChanges() {
 // assigned.
 void ppgNumberEdit::WriteSettings(UserControl& box, bool tolerant) {
   const auto put = [&](const char* property, const Variant& value) {
-    if (!tolerant) {
-      box.SetProperty(property, value);
-      return;
-    }
-    try {
-      box.SetProperty(property, value);
-    } catch (const RuntimeError&) {
-      // The preview keeps its last good value for this property.
-    }
+    Assign(box, property, value, tolerant);
   };
   for (const FlagBox& flag : flags_) put(flag.property, Variant::Boolean(IsChecked(*flag.box)));
   put("NumberFormat", chosen_format_);

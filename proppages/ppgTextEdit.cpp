@@ -117,26 +117,27 @@ void ppgTextEdit::PropertyPage_ApplyChanges() {
 // The order is fixed: the flags, the default value and the fill character,
 // which every box takes; then the length, the leading number of its text,
 // which past 16 bits overflows (what came before stays assigned); then the
-// mask, after the length because a mask longer than the length raises it;
-// the style last, as it restyles the text with the fill character and the
-// length already in place.
+// mask, after the length because a mask longer than the length raises it
+// (a new length assigns the mask again, so that rule holds whichever of
+// the two the author changed); the style last, as it restyles the text
+// with the fill character and the length already in place. A setting the
+// box already holds is not assigned again.
 void ppgTextEdit::WriteSettings(UserControl& box, bool tolerant) {
   const auto put = [&](const char* property, const Variant& value) {
-    if (!tolerant) {
-      box.SetProperty(property, value);
-      return;
-    }
-    try {
-      box.SetProperty(property, value);
-    } catch (const RuntimeError&) {
-      // The preview keeps its last good value for this property.
-    }
+    return Assign(box, property, value, tolerant);
   };
   for (const FlagBox& flag : flags_) put(flag.property, Variant::Boolean(IsChecked(*flag.box)));
   put("DefaultValue", txt_default_value_->GetProperty("Text"));
   put("FillChar", txt_fill_char_->GetProperty("Text"));
-  put("MaxLength", Val(txt_max_length_->GetProperty("Text").ToString()));
-  put("Mask", txt_mask_->GetProperty("Text"));
+  const bool new_length = put("MaxLength", Val(txt_max_length_->GetProperty("Text").ToString()));
+  const Variant mask = txt_mask_->GetProperty("Text");
+  if (!put("Mask", mask) && new_length) {
+    try {
+      box.SetProperty("Mask", mask);
+    } catch (const RuntimeError&) {
+      if (!tolerant) throw;
+    }
+  }
   put("TextStyle", chosen_style_);
 }
 

@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "kestu/foundation/Event.h"
+#include "kestu/foundation/Variant.h"
 
 namespace kestu {
 
@@ -64,6 +65,15 @@ class PropertyPage {
                    int width, int height, UserControl* container = nullptr);
   UserControl& Add(std::string_view class_name, const std::string& name, int index, int left,
                    int top, int width, int height, UserControl* container = nullptr);
+
+  // Assigns `value` to `property` of `control` unless the control already
+  // holds it, so that applying what the author did not touch changes
+  // nothing (assigning a mask again re-merges its literals, a style pads
+  // again). With `tolerant`, a value the control refuses is left out and
+  // the control keeps its last good one: a preview must not stop the page.
+  // True when the value was assigned.
+  static bool Assign(UserControl& control, std::string_view property, const Variant& value,
+                     bool tolerant = false);
 
   // `SelectedControls`: their count and each one by index.
   int SelectedCount() const { return site_.SelectedCount(); }
