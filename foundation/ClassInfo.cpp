@@ -74,6 +74,12 @@ const EventInfo* ClassInfo::FindEvent(std::string_view wanted) const {
   return found ? *found : nullptr;
 }
 
+std::vector<std::string> ClassInfo::PropertyPagesShown() const {
+  std::vector<std::string> pages = property_pages;
+  pages.emplace_back(kAboutPropertyPage);
+  return pages;
+}
+
 ControlRegistry& ControlRegistry::Instance() {
   static ControlRegistry registry;
   return registry;

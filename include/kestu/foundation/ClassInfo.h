@@ -84,6 +84,14 @@ struct ClassInfo {
   std::vector<const EventInfo*> events;
   std::vector<EnumInfo> enums;
   std::string default_event;
+  // The class's own property pages by name, in tab order. The library's
+  // About page is not among them: every dialog and listing adds it last
+  // (PropertyPagesShown), so no class can leave it out or move it.
+  std::vector<std::string> property_pages;
+  // The class's 16 x 16 toolbox picture as character art, 16 rows of 16
+  // characters from the palette of foundation/ToolboxIcon.h; empty for a
+  // class the toolbox does not show (the standard dialog controls).
+  std::vector<std::string_view> toolbox_icon;
   // Redraws a control after a property that asks for it changes.
   std::function<void(UserControl&)> redraw;
 
@@ -91,7 +99,13 @@ struct ClassInfo {
   const PropertyInfo* FindProperty(std::string_view wanted) const;
   const MethodInfo* FindMethod(std::string_view wanted) const;
   const EventInfo* FindEvent(std::string_view wanted) const;
+  // The pages a property dialog shows for the class: its own, then the
+  // About page.
+  std::vector<std::string> PropertyPagesShown() const;
 };
+
+// The library's About page, shown last for every control.
+inline constexpr std::string_view kAboutPropertyPage = "ppgSobre";
 
 // Every control class registers itself here (see KESTU_REGISTER_CONTROL).
 class ControlRegistry {
