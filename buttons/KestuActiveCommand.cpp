@@ -21,6 +21,28 @@ ClassInfo& KestuActiveCommand::Info() {
     c.events = SharedEvents();
     c.enums = SharedEnums();
     c.default_event = "Click";
+    c.property_pages = {"ppgButtons"};
+    // The toolbox picture: a raised button with its caption.
+    // clang-format off
+    c.toolbox_icon = {
+        "................",
+        "................",
+        "wwwwwwwwwwwwwwwk",
+        "wlllllllllllllgk",
+        "wlllllllllllllgk",
+        "wlllkkklklklllgk",
+        "wlllklklkkllllgk",
+        "wlllklklklllllgk",
+        "wlllklklkkllllgk",
+        "wlllkkklklklllgk",
+        "wlllllllllllllgk",
+        "wlllllllllllllgk",
+        "wggggggggggggggk",
+        "kkkkkkkkkkkkkkkk",
+        "................",
+        "................",
+    };
+    // clang-format on
     return c;
   }();
   return info;

@@ -32,6 +32,29 @@ ClassInfo& KestuTBButton::Info() {
     c.events = SharedEvents();
     c.enums = SharedEnums();
     c.default_event = "Click";
+    c.property_pages = {"ppgButtons"};
+    // The toolbox picture: a flat button, its thin frame raised by the pointer, with a folder
+    // picture.
+    // clang-format off
+    c.toolbox_icon = {
+        "................",
+        ".wwwwwwwwwwwwwg.",
+        ".wllllllllllllg.",
+        ".wllllllllllllg.",
+        ".wllkkkkllllllg.",
+        ".wlkYYYYkkkkklg.",
+        ".wlkwwwwwwwwklg.",
+        ".wlkYYYYYYYYklg.",
+        ".wlkYYYYYYYYklg.",
+        ".wlkYYYYYYYYklg.",
+        ".wlkYYYYYYYYklg.",
+        ".wlkYYYYYYYYklg.",
+        ".wlkkkkkkkkkklg.",
+        ".wllllllllllllg.",
+        ".gggggggggggggg.",
+        "................",
+    };
+    // clang-format on
     return c;
   }();
   return info;

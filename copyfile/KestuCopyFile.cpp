@@ -120,6 +120,27 @@ ClassInfo& KestuCopyFile::Info() {
                 {{"Block_1K", Block_1K}, {"Block_5K", Block_5K}, {"Block_10K", Block_10K}}}};
     c.default_event = "Progress";
     c.redraw = [](UserControl& copier) { (void)static_cast<C&>(copier).ShowFace(); };
+    // The toolbox picture: a disk, an arrow to a page, and the progress bar under them.
+    // clang-format off
+    c.toolbox_icon = {
+        "bllllb.....kkkk.",
+        "bllblbb....kwwkk",
+        "bllllbb..k.kggwk",
+        "bbbbbbbkkkkkwwwk",
+        "bwwwwwb..k.kgggk",
+        "bwwwwwb....kwwwk",
+        "bwwwwwb....kkkkk",
+        "................",
+        "................",
+        "gggggggggggggggw",
+        "gkkkkkkkkkkkkklw",
+        "gkbbbbbbbbwwwwlw",
+        "gkbbbbbbbbwwwwlw",
+        "gkbbbbbbbbwwwwlw",
+        "gllllllllllllllw",
+        "wwwwwwwwwwwwwwww",
+    };
+    // clang-format on
     return c;
   }();
   return info;

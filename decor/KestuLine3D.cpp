@@ -44,6 +44,27 @@ ClassInfo& KestuLine3D::Info() {
     c.enums = {
         {"KST_LineStyle", {{"LnRaised", LnRaised}, {"LnLowered", LnLowered}}},
         {"KST_LineOrientation", {{"LnVertical", LnVertical}, {"LnHorizontal", LnHorizontal}}}};
+    // The toolbox picture: an etched line across a strip of dialog face.
+    // clang-format off
+    c.toolbox_icon = {
+        "................",
+        "................",
+        "................",
+        "................",
+        "llllllllllllllll",
+        "llllllllllllllll",
+        "llllllllllllllll",
+        "lggggggggggggggl",
+        "lwwwwwwwwwwwwwwl",
+        "llllllllllllllll",
+        "llllllllllllllll",
+        "llllllllllllllll",
+        "................",
+        "................",
+        "................",
+        "................",
+    };
+    // clang-format on
     return c;
   }();
   return info;

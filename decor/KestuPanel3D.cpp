@@ -61,6 +61,27 @@ ClassInfo& KestuPanel3D::Info() {
                 {{"KSTPN_None", KSTPN_None},
                  {"KSTPN_Raised", KSTPN_Raised},
                  {"KSTPN_Lowered", KSTPN_Lowered}}}};
+    // The toolbox picture: an outer raised and an inner lowered bevel around the face.
+    // clang-format off
+    c.toolbox_icon = {
+        "................",
+        "wwwwwwwwwwwwwwwg",
+        "wllllllllllllllg",
+        "wllllllllllllllg",
+        "wllgggggggggwllg",
+        "wllgllllllllwllg",
+        "wllgllllllllwllg",
+        "wllgllllllllwllg",
+        "wllgllllllllwllg",
+        "wllgllllllllwllg",
+        "wllgllllllllwllg",
+        "wllwwwwwwwwwwllg",
+        "wllllllllllllllg",
+        "wllllllllllllllg",
+        "gggggggggggggggg",
+        "................",
+    };
+    // clang-format on
     return c;
   }();
   return info;

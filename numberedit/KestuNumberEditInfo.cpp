@@ -168,6 +168,29 @@ ClassInfo& KestuNumberEdit::Info() {
     c.events = Events().InOrder();
     c.enums = {{"eNumberFormat", {{"BrazilFormat", BrazilFormat}, {"USFormat", USFormat}}}};
     c.default_event = "Changed";
+    c.property_pages = {"ppgNumberEdit"};
+    // The toolbox picture: a sunken box with a number in it, right-aligned as the box shows
+    // numbers.
+    // clang-format off
+    c.toolbox_icon = {
+        "................",
+        "................",
+        "gggggggggggggggw",
+        "gkkkkkkkkkkkkklw",
+        "gkwwwwwwwwwwwwlw",
+        "gkwwwwwwwwwwwwlw",
+        "gkwwkwkkwwkkwwlw",
+        "gkwkkwwwkwwwkwlw",
+        "gkwwkwwkwwwkwwlw",
+        "gkwwkwkwwwwwkwlw",
+        "gkwkkwkkkwkkwwlw",
+        "gkwwwwwwwwwwwwlw",
+        "gllllllllllllllw",
+        "wwwwwwwwwwwwwwww",
+        "................",
+        "................",
+    };
+    // clang-format on
     return c;
   }();
   return info;

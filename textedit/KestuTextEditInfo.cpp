@@ -242,6 +242,28 @@ ClassInfo& KestuTextEdit::Info() {
                  {"ccPadLeft", ccPadLeft}}}};
     c.default_event = "Changed";
     c.redraw = [](UserControl& box) { static_cast<P&>(box).Redraw(); };
+    c.property_pages = {"ppgTextEdit"};
+    // The toolbox picture: a sunken box with a date mask half typed.
+    // clang-format off
+    c.toolbox_icon = {
+        "................",
+        "................",
+        "gggggggggggggggw",
+        "gkkkkkkkkkkkkklw",
+        "gkwwwwwwwwwwwwlw",
+        "gkwwwwwwwwwwwwlw",
+        "gkwwkwwwwwkwwwlw",
+        "gkwkkwwwwwkwwwlw",
+        "gkwwkwwwwkwwwwlw",
+        "gkwwkwwwkwwwwwlw",
+        "gkwkkwkkkwwkkwlw",
+        "gkwwwwwwwwwwwwlw",
+        "gllllllllllllllw",
+        "wwwwwwwwwwwwwwww",
+        "................",
+        "................",
+    };
+    // clang-format on
     return c;
   }();
   return info;

@@ -119,6 +119,27 @@ ClassInfo& KestuTBBar::Info() {
         {"ccSizeBar",
          {{"ccNone", ccNone}, {"ccBarTo16x16", ccBarTo16x16}, {"ccBarTo32x32", ccBarTo32x32}}}};
     c.default_event = "LeftLinesClick";
+    // The toolbox picture: a raised strip with the two grip lines at its left and two pictures.
+    // clang-format off
+    c.toolbox_icon = {
+        "................",
+        "................",
+        "................",
+        "wwwwwwwwwwwwwwwg",
+        "wllllllllllllllg",
+        "wlwglwgllllllllg",
+        "wlwglwglblblRRRg",
+        "wlwglwglbbblRRRg",
+        "wlwglwglbbblRRRg",
+        "wlwglwglbbblRlRg",
+        "wlwglwgllllllllg",
+        "wllllllllllllllg",
+        "gggggggggggggggg",
+        "................",
+        "................",
+        "................",
+    };
+    // clang-format on
     return c;
   }();
   return info;

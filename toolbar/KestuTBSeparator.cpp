@@ -41,6 +41,27 @@ ClassInfo& KestuTBSeparator::Info() {
             .Defaults(1),
     };
     c.redraw = [](UserControl& separator) { static_cast<S&>(separator).Draw(); };
+    // The toolbox picture: the etched pair of lines between two buttons of a bar.
+    // clang-format off
+    c.toolbox_icon = {
+        "................",
+        "................",
+        "................",
+        "lllllllgwlllllll",
+        "lllllllgwlllllll",
+        "lwwwwglgwlwwwwgl",
+        "lwlllglgwlwlllgl",
+        "lwlllglgwlwlllgl",
+        "lwlllglgwlwlllgl",
+        "lwlllglgwlwlllgl",
+        "lggggglgwlgggggl",
+        "lllllllgwlllllll",
+        "lllllllgwlllllll",
+        "................",
+        "................",
+        "................",
+    };
+    // clang-format on
     return c;
   }();
   return info;
