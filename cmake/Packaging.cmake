@@ -2,10 +2,12 @@
 # three, named so that `apt install ./kestu_*.deb` takes them all:
 #   kestu_runtime_*.deb  package kestu: libkestu.so.0 and libkestu-desktop.so.0,
 #                        with the system libraries they link (found by
-#                        dpkg-shlibdeps) and the fonts the controls draw with
+#                        dpkg-shlibdeps), the fonts the controls draw with, and
+#                        the controls' manifest and toolbox icons (share/kestu)
 #   kestu_dev_*.deb      package kestu-dev: headers, the link names, the CMake
 #                        package (with its Desktop component) and pkg-config files
-#   kestu_tools_*.deb    package kestu-tools: kestu-script, kestu-run, kestu-copy
+#   kestu_tools_*.deb    package kestu-tools: kestu-script, kestu-run, kestu-copy,
+#                        kestu-registry
 set(CPACK_PACKAGE_NAME kestu)
 set(CPACK_PACKAGE_VENDOR "Kestu")
 set(CPACK_PACKAGE_CONTACT "Kestu developers <kestu@localhost>")
@@ -29,7 +31,7 @@ set(CPACK_DEBIAN_RUNTIME_PACKAGE_SHLIBDEPS ON)
 # The controls' default faces map to Liberation Sans.
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_DEPENDS "fonts-liberation2")
 set(CPACK_COMPONENT_RUNTIME_DESCRIPTION
-    "Kestu controls: the run-time libraries\n The controls, their host runtime and real windows.")
+    "Kestu controls: the run-time libraries\n The controls, their host runtime and real windows, and the\n controls' manifest and toolbox icons.")
 
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME kestu-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_FILE_NAME kestu_dev_${PROJECT_VERSION}_${KESTU_DEB_ARCH}.deb)
@@ -45,5 +47,5 @@ set(CPACK_DEBIAN_TOOLS_PACKAGE_SECTION utils)
 # place, and otherwise only what those already need (kestu-copy only libc).
 set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS "kestu ${kestu_exact}, libc6")
 set(CPACK_COMPONENT_TOOLS_DESCRIPTION
-    "Kestu controls: tools\n kestu-script (test forms headless), kestu-run (open a form in a window)\n and kestu-copy (copy, split and join files).")
+    "Kestu controls: tools\n kestu-script (test forms headless), kestu-run (open a form in a window),\n kestu-copy (copy, split and join files) and kestu-registry (list the\n controls).")
 include(CPack)

@@ -8,7 +8,8 @@
 # small program with no C++ standard of its own builds against the tree
 # through find_package(Kestu) and through pkg-config, and runs, and
 # examples/hello builds through find_package(Kestu COMPONENTS Desktop) and
-# finds every library it loads.
+# finds every library it loads. The controls' manifest is installed, is
+# what the installed kestu-registry prints, and every icon it names is there.
 set -euo pipefail
 build=${1:-build/release}
 root=$(cd "$(dirname "$0")/.." && pwd)
@@ -26,7 +27,10 @@ prefix=$(cached CMAKE_INSTALL_PREFIX)
 libdir=$(cached CMAKE_INSTALL_LIBDIR)
 bindir=$(cached CMAKE_INSTALL_BINDIR)
 libexecdir=$(cached CMAKE_INSTALL_LIBEXECDIR)
-for dir in "$libdir" "$bindir" "$libexecdir"; do
+# An empty data folder in the cache means the data root's (share).
+datadir=$(cached CMAKE_INSTALL_DATADIR)
+datadir=${datadir:-$(cached CMAKE_INSTALL_DATAROOTDIR)}
+for dir in "$libdir" "$bindir" "$libexecdir" "$datadir"; do
   case $dir in
     /* | "") fail "the build's install folders must be relative to the prefix (got '$dir')" ;;
   esac
@@ -61,6 +65,17 @@ check() {
   got=$(printf 'new KestuNumberEdit amount 120 120 1215 315\nset amount.Value 42\nget amount.Value\n' |
         "$tree/$bindir/kestu-script" -) || fail "$tree/$bindir/kestu-script did not run"
   grep -qx "amount.Value = 42" <<<"$got" || fail "kestu-script printed: $got"
+
+  # The registry's files: a toolbox or an index reads them without running
+  # anything, so they must say what the installed library says.
+  local share=$tree/$datadir/kestu icon
+  [ -f "$share/controls.json" ] || fail "no controls.json in $share"
+  "$tree/$bindir/kestu-registry" --json | cmp -s - "$share/controls.json" ||
+    fail "$share/controls.json is not what $tree/$bindir/kestu-registry --json prints"
+  while IFS= read -r icon; do
+    [ -s "$share/$icon" ] || fail "$share/controls.json names $icon, which is not installed"
+  done < <(sed -n 's/^ *"icon_file": "\(.*\)",\{0,1\}$/\1/p' "$share/controls.json")
+  [ -n "$(ls "$share/icons")" ] || fail "no toolbox icons in $share/icons"
 
   # kestu-copy finds its --exact companion in the library's program folder.
   printf 'installed' >"$out/one"
@@ -107,4 +122,4 @@ if nm -D --defined-only "$work/stage/$libdir/libkestu.so" | grep -q "ScriptRunne
 fi
 echo "install: at $prefix (under DESTDIR) and at a staging prefix, library in $libdir:" \
   "programs run without LD_LIBRARY_PATH; find_package(Kestu) and pkg-config both build and run;" \
-  "no script engine in libkestu.so; kestu-copy --exact runs"
+  "no script engine in libkestu.so; kestu-copy --exact runs; the controls' manifest and icons installed"
