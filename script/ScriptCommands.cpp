@@ -770,7 +770,14 @@ void ScriptCommands::OpenPage(const std::string& name, ScriptLexer& in) {
     host_.CloseForm(form);
     throw;
   }
-  pages_.back()->SelectionChanged();
+  // A page that cannot show its selection (a control without the page's
+  // properties: error 438) does not stay open half filled.
+  try {
+    pages_.back()->SelectionChanged();
+  } catch (...) {
+    ClosePage(*pages_.back());
+    throw;
+  }
 }
 
 void ScriptCommands::ClosePage(PageHost& page) {
