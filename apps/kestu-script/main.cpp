@@ -25,7 +25,10 @@ constexpr const char* kUsage =
     "`remove NAME` (Terminate, then off the form), `get Clipboard`, the form's\n"
     "Caption, Width, Height, BackColor and Font (`set Form1.Width 9000`) and\n"
     "Modified, `dblclick NAME [BUTTON [SHIFT [X Y]]]` as for click, and\n"
-    "`call NAME.ZOrder [0|1]` (to the front of its container, or the back).\n"
+    "`call NAME.ZOrder [0|1]` (to the front of its container, or the back),\n"
+    "`dialog open NAME [NAME...]` and `dialog close` (the designer's property\n"
+    "dialog, its controls PropertyDialog.CHILD), and `png FILE FORM` (a whole\n"
+    "form, a property page's).\n"
     "\n"
     "A run-time error is a trace line; where it came from is also written on\n"
     "standard error, and so is a form file's property key no control knows.\n";
