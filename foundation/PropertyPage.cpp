@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "kestu/foundation/ClassInfo.h"
 #include "kestu/foundation/RuntimeError.h"
 #include "kestu/foundation/Text.h"
 #include "kestu/foundation/UserControl.h"
@@ -23,6 +24,43 @@ UserControl& PropertyPage::Add(std::string_view class_name, const std::string& n
                                int left, int top, int width, int height, UserControl* container) {
   return Add(class_name, name + "(" + std::to_string(index) + ")", left, top, width, height,
              container);
+}
+
+std::vector<PropertyPage::FlagBox> PropertyPage::AddFlags(std::span<const FlagSpec> specs, int left,
+                                                          int top, int width, int row_height) {
+  constexpr int kBoxHeight = 255;  // twips: a check box's height on every page
+  std::vector<FlagBox> flags;
+  for (const FlagSpec& spec : specs) {
+    UserControl& box = Add("CheckBox", spec.name, left, top, width, kBoxHeight);
+    box.SetProperty("Caption", spec.caption);
+    flags.push_back({&box, spec.property});
+    top += row_height;
+  }
+  return flags;
+}
+
+UserControl& PropertyPage::AddList(const std::string& name, std::span<const char* const> items,
+                                   int left, int top, int width, int height) {
+  UserControl& list = Add("ComboBox", name, left, top, width, height);
+  const MethodInfo* add_item = list.Class().FindMethod("AddItem");
+  for (const char* item : items) {
+    Variant arguments[] = {Variant(item), Variant()};
+    add_item->invoke(list, arguments);
+  }
+  return list;
+}
+
+bool PropertyPage::IsChecked(UserControl& box) {
+  return box.GetProperty("Value").ToInteger() == 1;
+}
+
+void PropertyPage::SetChecked(UserControl& box, bool checked) {
+  box.SetProperty("Value", Variant(checked ? int16_t{1} : int16_t{0}));
+}
+
+void PropertyPage::ShowFlags(std::span<const FlagBox> flags, UserControl& control) {
+  for (const FlagBox& flag : flags)
+    SetChecked(*flag.box, control.GetProperty(flag.property).ToBool());
 }
 
 bool PropertyPage::Assign(UserControl& control, std::string_view property, const Variant& value,

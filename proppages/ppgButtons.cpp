@@ -13,14 +13,6 @@ namespace {
 // the right, the two option frames below them.
 constexpr int kPx = 15;
 
-bool IsChecked(UserControl& box) {
-  return box.GetProperty("Value").ToInteger() == 1;
-}
-
-Variant CheckValue(bool checked) {
-  return Variant(int16_t{checked ? int16_t{1} : int16_t{0}});
-}
-
 // The index of `child` in `array`, or -1.
 template <size_t N>
 int IndexIn(const std::array<UserControl*, N>& array, const UserControl& child) {
@@ -48,16 +40,18 @@ ppgButtons::ppgButtons(PageSite& site) : PropertyPage(site) {
       .SetProperty("Caption", "Distance:");
   txt_distance_ = &Add("TextBox", "txtDistance", 98 * kPx, 67 * kPx, 80 * kPx, 21 * kPx);
 
-  const auto check_box = [&](const char* name, const char* caption, int row) {
-    UserControl& box = Add("CheckBox", name, 196 * kPx, (8 + 20 * row) * kPx, 176 * kPx, 17 * kPx);
-    box.SetProperty("Caption", caption);
-    return &box;
-  };
-  chk_enabled_ = check_box("chkEnabled", "Enabled", 0);
-  chk_flat_ = check_box("chkFlat", "Flat Button", 1);
-  chk_active_border_ = check_box("chkActiveBorder", "Active Border", 2);
-  chk_focused_underline_ = check_box("chkFocusedUnderline", "FocusedUnderline", 3);
-  chk_focused_bold_ = check_box("chkFocusedBold", "FocusedBold", 4);
+  static constexpr FlagSpec kChecks[] = {
+      {"chkEnabled", "Enabled", "Enabled"},
+      {"chkFlat", "Flat Button", "Style"},
+      {"chkActiveBorder", "Active Border", "ActiveBorder"},
+      {"chkFocusedUnderline", "FocusedUnderline", "FocusedUnderline"},
+      {"chkFocusedBold", "FocusedBold", "FocusedBold"}};
+  const std::vector<FlagBox> checks = AddFlags(kChecks, 196 * kPx, 8 * kPx, 176 * kPx, 20 * kPx);
+  chk_enabled_ = checks[0].box;
+  chk_flat_ = checks[1].box;
+  chk_active_border_ = checks[2].box;
+  chk_focused_underline_ = checks[3].box;
+  chk_focused_bold_ = checks[4].box;
 
   UserControl& position_frame = Add("Frame", "Frame2", 8 * kPx, 112 * kPx, 176 * kPx, 62 * kPx);
   position_frame.SetProperty("Caption", " Picture Position ");
@@ -85,10 +79,8 @@ void ppgButtons::PropertyPage_SelectionChanged() {
                            {chk_active_border_, "ActiveBorder"},
                            {chk_focused_underline_, "FocusedUnderline"},
                            {chk_focused_bold_, "FocusedBold"}};
-  for (const FlagBox& flag : flags) {
-    flag.box->SetProperty("Value", CheckValue(button.GetProperty(flag.property).ToBool()));
-  }
-  chk_flat_->SetProperty("Value", CheckValue(button.GetProperty("Style").ToInteger() == 1));
+  ShowFlags(flags, button);
+  SetChecked(*chk_flat_, button.GetProperty("Style").ToInteger() == 1);
   txt_distance_->SetProperty("Text", button.GetProperty("Distance").ToString());
   txt_margin_->SetProperty("Text", button.GetProperty("Margin").ToString());
   chosen_size_ = static_cast<int16_t>(button.GetProperty("PictSize").ToInteger());
@@ -106,7 +98,7 @@ void ppgButtons::PropertyPage_ApplyChanges() {
   UserControl& button = SelectedControls(0);
   button.SetProperty("Enabled", Variant::Boolean(IsChecked(*chk_enabled_)));
   button.SetProperty("ActiveBorder", Variant::Boolean(IsChecked(*chk_active_border_)));
-  button.SetProperty("Style", CheckValue(IsChecked(*chk_flat_)));
+  button.SetProperty("Style", Variant(IsChecked(*chk_flat_) ? int16_t{1} : int16_t{0}));
   button.SetProperty("FocusedUnderline", Variant::Boolean(IsChecked(*chk_focused_underline_)));
   button.SetProperty("FocusedBold", Variant::Boolean(IsChecked(*chk_focused_bold_)));
   // The leading number of the text; past 16 bits the assignment overflows.

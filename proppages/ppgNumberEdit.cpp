@@ -21,18 +21,18 @@ constexpr int kPx = 15;
 constexpr const char* kFormats[] = {"0 - BrazilFormat (1.234,56)", "1 - USFormat (1,234.56)"};
 constexpr int16_t kFormatCount = 2;
 
+constexpr PropertyPage::FlagSpec kFlags[] = {
+    {"chkThSeparator", "Thousands separator", "ThSeparator"},
+    {"chkAllowNegative", "Allow negative numbers", "AllowNegative"},
+    {"chkAutoSelect", "Select all on focus", "AutoSelect"},
+    {"chkLocked", "Locked", "Locked"},
+    {"chkBorder3D", "3D border", "Border3D"},
+    {"chkShadow", "Shadow", "Shadow"}};
+
 // The sample's digits: as many integer digits as the box allows, so the
 // author sees how wide the box must be, and as many decimals.
 constexpr std::string_view kIntegerDigits = "123456789012345";
 constexpr std::string_view kDecimalDigits = "89123";
-
-bool IsChecked(UserControl& box) {
-  return box.GetProperty("Value").ToInteger() == 1;
-}
-
-Variant CheckValue(bool checked) {
-  return Variant(int16_t{checked ? int16_t{1} : int16_t{0}});
-}
 
 // The sample in the box's invariant "." form: the box puts its own
 // separators in.
@@ -61,7 +61,7 @@ const PageInfo& ppgNumberEdit::Info() {
 
 KESTU_REGISTER_PAGE(ppgNumberEdit)
 
-ppgNumberEdit::ppgNumberEdit(PageSite& site) : PropertyPage(site) {
+ppgNumberEdit::ppgNumberEdit(PageSite& site) : PreviewPage(site) {
   // Each length with the limit the box holds it to beside it: a larger
   // value is taken but cut to the limit.
   Add("Label", "Label1", 8 * kPx, 8 * kPx, 180 * kPx, 13 * kPx)
@@ -76,62 +76,23 @@ ppgNumberEdit::ppgNumberEdit(PageSite& site) : PropertyPage(site) {
       .SetProperty("Caption", "(up to 5)");
   Add("Label", "Label3", 8 * kPx, 96 * kPx, 180 * kPx, 13 * kPx)
       .SetProperty("Caption", "Number format:");
-  cbo_number_format_ = &Add("ComboBox", "cboNumberFormat", 8 * kPx, 111 * kPx, 180 * kPx, 21 * kPx);
-  const MethodInfo* add_item = cbo_number_format_->Class().FindMethod("AddItem");
-  for (const char* format : kFormats) {
-    Variant item[] = {Variant(format)};
-    add_item->invoke(*cbo_number_format_, item);
-  }
-
-  static constexpr struct {
-    const char* name;
-    const char* caption;
-    const char* property;
-  } kFlags[] = {{"chkThSeparator", "Thousands separator", "ThSeparator"},
-                {"chkAllowNegative", "Allow negative numbers", "AllowNegative"},
-                {"chkAutoSelect", "Select all on focus", "AutoSelect"},
-                {"chkLocked", "Locked", "Locked"},
-                {"chkBorder3D", "3D border", "Border3D"},
-                {"chkShadow", "Shadow", "Shadow"}};
-  for (size_t i = 0; i < flags_.size(); ++i) {
-    UserControl& box = Add("CheckBox", kFlags[i].name, 204 * kPx,
-                           (8 + 20 * static_cast<int>(i)) * kPx, 188 * kPx, 17 * kPx);
-    box.SetProperty("Caption", kFlags[i].caption);
-    flags_[i] = {&box, kFlags[i].property};
-  }
+  cbo_number_format_ =
+      &AddList("cboNumberFormat", kFormats, 8 * kPx, 111 * kPx, 180 * kPx, 21 * kPx);
+  flags_ = AddFlags(kFlags, 204 * kPx, 8 * kPx, 188 * kPx, 20 * kPx);
 
   UserControl& frame = Add("Frame", "fraPreview", 8 * kPx, 142 * kPx, 384 * kPx, 62 * kPx);
   frame.SetProperty("Caption", " Preview ");
   // Tall enough for the shadow's band below the face.
-  prv_number_ =
-      &Add("KestuNumberEdit", "prvNumber", 10 * kPx, 22 * kPx, 260 * kPx, 26 * kPx, &frame);
+  SetPreview(Add("KestuNumberEdit", "prvNumber", 10 * kPx, 22 * kPx, 260 * kPx, 26 * kPx, &frame));
 }
 
-// Always from the first selected control only.
-void ppgNumberEdit::PropertyPage_SelectionChanged() {
-  UserControl& box = SelectedControls(0);
-  filling_ = true;
-  try {
-    txt_int_max_length_->SetProperty("Text", box.GetProperty("IntMaxLength").ToString());
-    txt_dec_max_length_->SetProperty("Text", box.GetProperty("DecMaxLength").ToString());
-    chosen_format_ = static_cast<int16_t>(box.GetProperty("NumberFormat").ToInteger());
-    const bool listed = chosen_format_ >= 0 && chosen_format_ < kFormatCount;
-    cbo_number_format_->SetProperty("ListIndex", listed ? chosen_format_ : int16_t{-1});
-    for (const FlagBox& flag : flags_) {
-      flag.box->SetProperty("Value", CheckValue(box.GetProperty(flag.property).ToBool()));
-    }
-  } catch (...) {
-    filling_ = false;
-    throw;
-  }
-  filling_ = false;
-  UpdatePreview();
-}
-
-// Only the first selected box changes, whatever else is selected, as on
-// the other pages.
-void ppgNumberEdit::PropertyPage_ApplyChanges() {
-  WriteSettings(SelectedControls(0), false);
+void ppgNumberEdit::Fill(UserControl& box) {
+  txt_int_max_length_->SetProperty("Text", box.GetProperty("IntMaxLength").ToString());
+  txt_dec_max_length_->SetProperty("Text", box.GetProperty("DecMaxLength").ToString());
+  chosen_format_ = static_cast<int16_t>(box.GetProperty("NumberFormat").ToInteger());
+  const bool listed = chosen_format_ >= 0 && chosen_format_ < kFormatCount;
+  cbo_number_format_->SetProperty("ListIndex", listed ? chosen_format_ : int16_t{-1});
+  ShowFlags(flags_, box);
 }
 
 // The order is fixed: the flags, which every box takes, then the format,
@@ -148,29 +109,20 @@ void ppgNumberEdit::WriteSettings(UserControl& box, bool tolerant) {
   put("IntMaxLength", Val(txt_int_max_length_->GetProperty("Text").ToString()));
 }
 
-// The preview takes the page's settings as they stand and shows a sample
-// that fills the lengths. A setting the box would refuse (a length past 16
-// bits) must not stop the page: the preview keeps that property's last
-// good value and shows the rest, and the error is reported on Apply.
-void ppgNumberEdit::UpdatePreview() {
-  WriteSettings(*prv_number_, true);
-  // The lengths read back as the box holds them, after its own limits.
-  const int integers = static_cast<int>(prv_number_->GetProperty("IntMaxLength").ToInteger());
-  const int decimals = static_cast<int>(prv_number_->GetProperty("DecMaxLength").ToInteger());
-  const bool negative = prv_number_->GetProperty("AllowNegative").ToBool();
-  prv_number_->SetProperty("Text", SampleNumber(integers, decimals, negative));
+// A sample that fills the lengths as the preview holds them, after its
+// own limits, negative when negatives are allowed.
+void ppgNumberEdit::ShowSample() {
+  UserControl& preview = Preview();
+  const int integers = static_cast<int>(preview.GetProperty("IntMaxLength").ToInteger());
+  const int decimals = static_cast<int>(preview.GetProperty("DecMaxLength").ToInteger());
+  const bool negative = preview.GetProperty("AllowNegative").ToBool();
+  preview.SetProperty("Text", SampleNumber(integers, decimals, negative));
 }
 
-void ppgNumberEdit::ChildEvent(UserControl& child, const EventInfo& event) {
-  // The preview's own events (the author may type in it) change nothing.
-  if (&child == prv_number_) return;
-  if (event.name != "Change" && event.name != "Click") return;
-  if (&child == cbo_number_format_) {
-    const int16_t index = static_cast<int16_t>(child.GetProperty("ListIndex").ToInteger());
-    if (index >= 0) chosen_format_ = index;
-  }
-  SetChanged(true);
-  if (!filling_) UpdatePreview();
+void ppgNumberEdit::Edited(UserControl& child) {
+  if (&child != cbo_number_format_) return;
+  const int16_t index = static_cast<int16_t>(child.GetProperty("ListIndex").ToInteger());
+  if (index >= 0) chosen_format_ = index;
 }
 
 }  // namespace kestu

@@ -20,17 +20,16 @@ constexpr const char* kStyles[] = {"0 - ccNormal", "1 - ccUpperCase", "2 - ccLow
                                    "3 - ccPadLeft"};
 constexpr int16_t kStyleCount = 4;
 
+constexpr PropertyPage::FlagSpec kFlags[] = {
+    {"chkIncludeLiterals", "Text includes literals", "IncludeLiterals"},
+    {"chkAutoSelect", "Select all on focus", "AutoSelect"},
+    {"chkLocked", "Locked", "Locked"},
+    {"chkBorder3D", "3D border", "Border3D"},
+    {"chkShadow", "Shadow", "Shadow"}};
+
 // What the preview shows when the author gave no default value and no
 // mask: enough letters of both cases for the style to show.
 constexpr const char* kSampleText = "Sample text";
-
-bool IsChecked(UserControl& box) {
-  return box.GetProperty("Value").ToInteger() == 1;
-}
-
-Variant CheckValue(bool checked) {
-  return Variant(int16_t{checked ? int16_t{1} : int16_t{0}});
-}
 
 }  // namespace
 
@@ -42,7 +41,7 @@ const PageInfo& ppgTextEdit::Info() {
 
 KESTU_REGISTER_PAGE(ppgTextEdit)
 
-ppgTextEdit::ppgTextEdit(PageSite& site) : PropertyPage(site) {
+ppgTextEdit::ppgTextEdit(PageSite& site) : PreviewPage(site) {
   Add("Label", "Label1", 8 * kPx, 8 * kPx, 180 * kPx, 13 * kPx).SetProperty("Caption", "Mask:");
   txt_mask_ = &Add("TextBox", "txtMask", 8 * kPx, 23 * kPx, 180 * kPx, 21 * kPx);
   Add("Label", "Label2", 8 * kPx, 52 * kPx, 86 * kPx, 13 * kPx)
@@ -53,65 +52,28 @@ ppgTextEdit::ppgTextEdit(PageSite& site) : PropertyPage(site) {
   txt_fill_char_ = &Add("TextBox", "txtFillChar", 102 * kPx, 67 * kPx, 86 * kPx, 21 * kPx);
   Add("Label", "Label4", 8 * kPx, 96 * kPx, 180 * kPx, 13 * kPx)
       .SetProperty("Caption", "Text style:");
-  cbo_text_style_ = &Add("ComboBox", "cboTextStyle", 8 * kPx, 111 * kPx, 180 * kPx, 21 * kPx);
-  const MethodInfo* add_item = cbo_text_style_->Class().FindMethod("AddItem");
-  for (const char* style : kStyles) {
-    Variant item[] = {Variant(style)};
-    add_item->invoke(*cbo_text_style_, item);
-  }
+  cbo_text_style_ = &AddList("cboTextStyle", kStyles, 8 * kPx, 111 * kPx, 180 * kPx, 21 * kPx);
   Add("Label", "Label5", 8 * kPx, 140 * kPx, 180 * kPx, 13 * kPx)
       .SetProperty("Caption", "Default value:");
   txt_default_value_ = &Add("TextBox", "txtDefaultValue", 8 * kPx, 155 * kPx, 180 * kPx, 21 * kPx);
 
-  static constexpr struct {
-    const char* name;
-    const char* caption;
-    const char* property;
-  } kFlags[] = {{"chkIncludeLiterals", "Text includes literals", "IncludeLiterals"},
-                {"chkAutoSelect", "Select all on focus", "AutoSelect"},
-                {"chkLocked", "Locked", "Locked"},
-                {"chkBorder3D", "3D border", "Border3D"},
-                {"chkShadow", "Shadow", "Shadow"}};
-  for (size_t i = 0; i < flags_.size(); ++i) {
-    UserControl& box = Add("CheckBox", kFlags[i].name, 204 * kPx,
-                           (8 + 20 * static_cast<int>(i)) * kPx, 188 * kPx, 17 * kPx);
-    box.SetProperty("Caption", kFlags[i].caption);
-    flags_[i] = {&box, kFlags[i].property};
-  }
+  flags_ = AddFlags(kFlags, 204 * kPx, 8 * kPx, 188 * kPx, 20 * kPx);
 
   UserControl& frame = Add("Frame", "fraPreview", 8 * kPx, 186 * kPx, 384 * kPx, 62 * kPx);
   frame.SetProperty("Caption", " Preview ");
   // Tall enough for the shadow's band below the face.
-  prv_text_ = &Add("KestuTextEdit", "prvText", 10 * kPx, 22 * kPx, 260 * kPx, 26 * kPx, &frame);
+  SetPreview(Add("KestuTextEdit", "prvText", 10 * kPx, 22 * kPx, 260 * kPx, 26 * kPx, &frame));
 }
 
-// Always from the first selected control only.
-void ppgTextEdit::PropertyPage_SelectionChanged() {
-  UserControl& box = SelectedControls(0);
-  filling_ = true;
-  try {
-    txt_mask_->SetProperty("Text", box.GetProperty("Mask"));
-    txt_max_length_->SetProperty("Text", box.GetProperty("MaxLength").ToString());
-    txt_fill_char_->SetProperty("Text", box.GetProperty("FillChar"));
-    txt_default_value_->SetProperty("Text", box.GetProperty("DefaultValue"));
-    chosen_style_ = static_cast<int16_t>(box.GetProperty("TextStyle").ToInteger());
-    const bool listed = chosen_style_ >= 0 && chosen_style_ < kStyleCount;
-    cbo_text_style_->SetProperty("ListIndex", listed ? chosen_style_ : int16_t{-1});
-    for (const FlagBox& flag : flags_) {
-      flag.box->SetProperty("Value", CheckValue(box.GetProperty(flag.property).ToBool()));
-    }
-  } catch (...) {
-    filling_ = false;
-    throw;
-  }
-  filling_ = false;
-  UpdatePreview();
-}
-
-// Only the first selected box changes, whatever else is selected, as on
-// the other pages.
-void ppgTextEdit::PropertyPage_ApplyChanges() {
-  WriteSettings(SelectedControls(0), false);
+void ppgTextEdit::Fill(UserControl& box) {
+  txt_mask_->SetProperty("Text", box.GetProperty("Mask"));
+  txt_max_length_->SetProperty("Text", box.GetProperty("MaxLength").ToString());
+  txt_fill_char_->SetProperty("Text", box.GetProperty("FillChar"));
+  txt_default_value_->SetProperty("Text", box.GetProperty("DefaultValue"));
+  chosen_style_ = static_cast<int16_t>(box.GetProperty("TextStyle").ToInteger());
+  const bool listed = chosen_style_ >= 0 && chosen_style_ < kStyleCount;
+  cbo_text_style_->SetProperty("ListIndex", listed ? chosen_style_ : int16_t{-1});
+  ShowFlags(flags_, box);
 }
 
 // The order is fixed: the flags, the default value and the fill character,
@@ -141,36 +103,25 @@ void ppgTextEdit::WriteSettings(UserControl& box, bool tolerant) {
   put("TextStyle", chosen_style_);
 }
 
-// The preview takes the page's settings as they stand and shows the
-// default value through them, or, without one, the empty mask (its
-// literals in place), or a sample when there is no mask either. A setting
-// the box would refuse (a length past 16 bits, a padded style with a
-// negative length) must not stop the page: the preview keeps that
-// property's last good value and shows the rest, and the error is
-// reported on Apply.
-void ppgTextEdit::UpdatePreview() {
-  WriteSettings(*prv_text_, true);
+// The default value through the settings, or, without one, the empty
+// mask (its literals in place), or a sample when there is no mask either.
+void ppgTextEdit::ShowSample() {
   std::string sample = txt_default_value_->GetProperty("Text").ToString();
   if (sample.empty() && txt_mask_->GetProperty("Text").ToString().empty()) sample = kSampleText;
   try {
-    prv_text_->SetProperty("Text", sample);
+    Preview().SetProperty("Text", sample);
     // Assigning the text does not restyle it; assigning the style does.
-    prv_text_->SetProperty("TextStyle", chosen_style_);
+    Preview().SetProperty("TextStyle", chosen_style_);
   } catch (const RuntimeError&) {
-    // The preview shows what it could take.
+    // A padded style with a length the box refuses: the preview shows what
+    // it could take.
   }
 }
 
-void ppgTextEdit::ChildEvent(UserControl& child, const EventInfo& event) {
-  // The preview's own events (the author may type in it) change nothing.
-  if (&child == prv_text_) return;
-  if (event.name != "Change" && event.name != "Click") return;
-  if (&child == cbo_text_style_) {
-    const int16_t index = static_cast<int16_t>(child.GetProperty("ListIndex").ToInteger());
-    if (index >= 0) chosen_style_ = index;
-  }
-  SetChanged(true);
-  if (!filling_) UpdatePreview();
+void ppgTextEdit::Edited(UserControl& child) {
+  if (&child != cbo_text_style_) return;
+  const int16_t index = static_cast<int16_t>(child.GetProperty("ListIndex").ToInteger());
+  if (index >= 0) chosen_style_ = index;
 }
 
 }  // namespace kestu

@@ -301,24 +301,21 @@ void ComboBox::UserControl_KeyDown(int16_t& key_code, int16_t& shift) {
     DropDown();
     return;
   }
-  if (shift != 0 || items_.empty()) return;
+  if (shift == 0) MoveSelection(key_code, key::kUp, key::kDown);
+}
+
+void ComboBox::MoveSelection(int16_t key_code, int16_t back_key, int16_t on_key) {
+  if (items_.empty()) return;
   const int16_t last = static_cast<int16_t>(ListCount() - 1);
-  switch (key_code) {
-    case key::kUp:
-      // Nothing selected: Up stays on nothing, as there is no item above.
-      if (list_index_ > 0) static_cast<void>(ChangeListIndex(list_index_ - 1));
-      return;
-    case key::kDown:
-      static_cast<void>(ChangeListIndex(std::min<int16_t>(list_index_ + 1, last)));
-      return;
-    case key::kHome:
-      static_cast<void>(ChangeListIndex(0));
-      return;
-    case key::kEnd:
-      static_cast<void>(ChangeListIndex(last));
-      return;
-    default:
-      return;
+  if (key_code == back_key) {
+    // Nothing selected: back stays on nothing, as there is no item before.
+    if (list_index_ > 0) static_cast<void>(ChangeListIndex(list_index_ - 1));
+  } else if (key_code == on_key) {
+    static_cast<void>(ChangeListIndex(std::min<int16_t>(list_index_ + 1, last)));
+  } else if (key_code == key::kHome) {
+    static_cast<void>(ChangeListIndex(0));
+  } else if (key_code == key::kEnd) {
+    static_cast<void>(ChangeListIndex(last));
   }
 }
 

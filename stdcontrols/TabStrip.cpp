@@ -110,24 +110,7 @@ void TabStrip::DrawTab(const TabPlace& place, const std::string& caption, bool s
 
 void TabStrip::UserControl_KeyDown(int16_t& key_code, int16_t& shift) {
   if (!RaiseEvent(KeyDown, key_code, shift)) return;
-  if (shift != 0 || Items().empty()) return;
-  const int16_t last = static_cast<int16_t>(ListCount() - 1);
-  switch (key_code) {
-    case key::kLeft:
-      if (ListIndex() > 0) static_cast<void>(ChangeListIndex(ListIndex() - 1));
-      return;
-    case key::kRight:
-      static_cast<void>(ChangeListIndex(std::min<int16_t>(ListIndex() + 1, last)));
-      return;
-    case key::kHome:
-      static_cast<void>(ChangeListIndex(0));
-      return;
-    case key::kEnd:
-      static_cast<void>(ChangeListIndex(last));
-      return;
-    default:
-      return;
-  }
+  if (shift == 0) MoveSelection(key_code, key::kLeft, key::kRight);
 }
 
 void TabStrip::UserControl_MouseDown(int16_t& button, int16_t& shift, float& x, float& y) {

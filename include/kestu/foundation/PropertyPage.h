@@ -11,6 +11,7 @@
 // in its constructor and hears their events through `ChildEvent`.
 #include <functional>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -41,6 +42,17 @@ class PageSite {
 
 class PropertyPage {
  public:
+  // A check box of the page and the Boolean property it shows.
+  struct FlagBox {
+    UserControl* box;
+    const char* property;
+  };
+  struct FlagSpec {
+    const char* name;
+    const char* caption;
+    const char* property;
+  };
+
   virtual ~PropertyPage() = default;
   PropertyPage(const PropertyPage&) = delete;
   PropertyPage& operator=(const PropertyPage&) = delete;
@@ -60,11 +72,24 @@ class PropertyPage {
  protected:
   explicit PropertyPage(PageSite& site) : site_(site) {}
 
+
   // A child control; a member of a control array is named "optSize(1)".
   UserControl& Add(std::string_view class_name, const std::string& name, int left, int top,
                    int width, int height, UserControl* container = nullptr);
   UserControl& Add(std::string_view class_name, const std::string& name, int index, int left,
                    int top, int width, int height, UserControl* container = nullptr);
+
+  // A column of check boxes, one a spec, `row_height` twips apart.
+  std::vector<FlagBox> AddFlags(std::span<const FlagSpec> specs, int left, int top, int width,
+                                int row_height);
+  // A drop-down list holding `items`, in order.
+  UserControl& AddList(const std::string& name, std::span<const char* const> items, int left,
+                       int top, int width, int height);
+  // A check box's Value as the page reads and writes it: 1 checked, 0 not.
+  static bool IsChecked(UserControl& box);
+  static void SetChecked(UserControl& box, bool checked);
+  // Each box checked when its property of `control` is True.
+  static void ShowFlags(std::span<const FlagBox> flags, UserControl& control);
 
   // Assigns `value` to `property` of `control` unless the control already
   // holds it, so that applying what the author did not touch changes

@@ -21,12 +21,6 @@ class ppgButtons final : public PropertyPage {
   void ChildEvent(UserControl& child, const EventInfo& event) override;
 
  private:
-  // A check box and the Boolean property it shows.
-  struct FlagBox {
-    UserControl* box;
-    const char* property;
-  };
-
   UserControl* txt_caption_;
   UserControl* txt_margin_;
   UserControl* txt_distance_;

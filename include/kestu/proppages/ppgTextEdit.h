@@ -4,47 +4,33 @@
 // the flags of the first selected box, with a live preview: a masked box
 // of the page's own showing the mask, the style and the default value as
 // the page's settings stand, before they are applied.
-#include <array>
 #include <cstdint>
+#include <vector>
 
-#include "kestu/foundation/PropertyPage.h"
+#include "kestu/proppages/PreviewPage.h"
 
 namespace kestu {
 
-class ppgTextEdit final : public PropertyPage {
+class ppgTextEdit final : public PreviewPage {
  public:
   static const PageInfo& Info();
   explicit ppgTextEdit(PageSite& site);
 
-  void PropertyPage_SelectionChanged() override;
-  void PropertyPage_ApplyChanges() override;
-  void ChildEvent(UserControl& child, const EventInfo& event) override;
-
  private:
-  // A check box and the Boolean property it shows.
-  struct FlagBox {
-    UserControl* box;
-    const char* property;
-  };
-
-  // Writes the page's settings to `box` in the apply order. With
-  // `tolerant`, a value the box refuses is skipped and the rest still go.
-  void WriteSettings(UserControl& box, bool tolerant);
-  void UpdatePreview();
+  void Fill(UserControl& box) override;
+  void WriteSettings(UserControl& box, bool tolerant) override;
+  void ShowSample() override;
+  void Edited(UserControl& child) override;
 
   UserControl* txt_mask_;
   UserControl* txt_max_length_;
   UserControl* txt_fill_char_;
   UserControl* cbo_text_style_;
   UserControl* txt_default_value_;
-  std::array<FlagBox, 5> flags_{};
-  UserControl* prv_text_;
+  std::vector<FlagBox> flags_;
   // The page's own choice, kept from the list's clicks: a box loaded with
   // a style the list does not name keeps it until another is chosen.
   int16_t chosen_style_ = 0;
-  // Filling the page from the selection redraws the preview once, at the
-  // end, rather than once per child.
-  bool filling_ = false;
 };
 
 }  // namespace kestu

@@ -63,6 +63,9 @@ class ComboBox : public StdControl, public InputEvents {
   // Stores, draws and raises Click when the index changes; false when a
   // handler destroyed the box.
   [[nodiscard]] bool ChangeListIndex(int16_t index);
+  // The selection keys: `back_key` and `on_key` move by one item, the ends
+  // staying; Home and End go to the first and the last.
+  void MoveSelection(int16_t key_code, int16_t back_key, int16_t on_key);
   const std::vector<std::string>& Items() const { return items_; }
   bool HasFocus() const { return has_focus_; }
 
