@@ -1,6 +1,8 @@
 #include "kestu/proppages/ppgSobre.h"
 
+#include <algorithm>
 #include <string>
+#include <vector>
 
 #include "kestu/foundation/ClassInfo.h"
 #include "kestu/foundation/StdFont.h"
@@ -32,14 +34,18 @@ ppgSobre::ppgSobre(PageSite& site) : PropertyPage(site) {
       .SetProperty("Caption", std::string("Version ") + KESTU_VERSION);
   Add("Label", "lblControls", 8 * kPx, 50 * kPx, 364 * kPx, 13 * kPx)
       .SetProperty("Caption", "Controls in this library:");
-  int row = 0;
+  // By name, as kestu-registry lists them; the dialog controls have no
+  // toolbox picture and are not the library's offer.
+  std::vector<std::string> names;
   for (const ClassInfo* info : ControlRegistry::Instance().Classes()) {
-    if (info->toolbox_icon.empty()) continue;  // a dialog's control, not the library's
-    // Two columns of names: the page is as wide as the dialog's other pages.
-    UserControl& line = Add("Label", "lblControl", row, (16 + 180 * (row % 2)) * kPx,
-                            (68 + 16 * (row / 2)) * kPx, 176 * kPx, 13 * kPx);
-    line.SetProperty("Caption", info->name);
-    ++row;
+    if (!info->toolbox_icon.empty()) names.push_back(info->name);
+  }
+  std::sort(names.begin(), names.end());
+  for (int row = 0; row < static_cast<int>(names.size()); ++row) {
+    // Two columns: the page is as wide as the dialog's other pages.
+    Add("Label", "lblControl", row, (16 + 180 * (row % 2)) * kPx, (68 + 16 * (row / 2)) * kPx,
+        176 * kPx, 13 * kPx)
+        .SetProperty("Caption", names[static_cast<size_t>(row)]);
   }
 }
 
