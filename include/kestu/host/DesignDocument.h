@@ -92,6 +92,9 @@ class DesignDocument {
   void SetGrid(int twips);
 
   // ---- Selection ----
+  // Controls of the designed form. An undo, a redo, an Open or a New makes
+  // new controls (the selection follows by name); a control removed other
+  // than through the document must be deselected first.
   // Selects `control` alone, or adds it to the selection.
   void Select(HostedControl& control, bool add = false);
   void Deselect(const HostedControl& control);
