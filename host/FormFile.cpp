@@ -253,11 +253,15 @@ void WarnOfUnknownKeys(Host& host, HostedControl& control, const std::vector<std
 
 // The controls of `entries` restored into `container` (null: the form),
 // each container's own after it. The tab indices the file gives are
-// gathered in `tab_order`.
+// gathered in `tab_order`. With `rename`, each control takes the name it
+// gives just before it is created, so a name it picks sees the controls
+// restored before it.
 void RestoreControls(Host& host, Form& form, std::vector<ControlEntry>& entries,
                      HostedControl* container, const std::string& source,
-                     std::vector<std::pair<int, HostedControl*>>& tab_order) {
+                     std::vector<std::pair<int, HostedControl*>>& tab_order,
+                     const ControlNamer* rename = nullptr) {
   for (ControlEntry& control : entries) {
+    if (rename) control.name = (*rename)(*control.info);
     HostedControl* site = nullptr;
     std::vector<std::string> keys;
     for (const auto& [key, value] : control.bag.Entries()) keys.push_back(key);
@@ -283,7 +287,7 @@ void RestoreControls(Host& host, Form& form, std::vector<ControlEntry>& entries,
                              "': " + (error.Detail().empty() ? error.Message() : error.Detail()));
     }
     WarnOfUnknownKeys(host, *site, keys, source);
-    RestoreControls(host, form, control.children, site, source, tab_order);
+    RestoreControls(host, form, control.children, site, source, tab_order, rename);
   }
 }
 
@@ -324,21 +328,28 @@ Json FileJson(const Variant& value, const FileValue& file) {
   }
 }
 
+Json ControlsToJson(Host& host, Form& form, const HostedControl* container);
+
+// One control's entry, with what it holds.
+Json ControlToJson(Host& host, Form& form, HostedControl& control) {
+  Json entry;
+  entry["Type"] = control.Class().name;
+  entry["Name"] = control.Name();
+  for (const auto& property : HostedControl::ExtenderProperties()) {
+    if (property.file.kind == FileValue::Kind::None) continue;
+    entry[std::string(property.name)] = FileJson(property.get(control), property.file);
+  }
+  entry["Properties"] = BagToJson(host.SaveControl(control));
+  Json children = ControlsToJson(host, form, &control);
+  if (!children.empty()) entry["Controls"] = std::move(children);
+  return entry;
+}
+
 // The controls `container` holds (null: the form's own), back to front.
 Json ControlsToJson(Host& host, Form& form, const HostedControl* container) {
   Json controls = Json::array();
   for (HostedControl* control : form.ChildrenOf(container)) {
-    Json entry;
-    entry["Type"] = control->Class().name;
-    entry["Name"] = control->Name();
-    for (const auto& property : HostedControl::ExtenderProperties()) {
-      if (property.file.kind == FileValue::Kind::None) continue;
-      entry[std::string(property.name)] = FileJson(property.get(*control), property.file);
-    }
-    entry["Properties"] = BagToJson(host.SaveControl(*control));
-    Json children = ControlsToJson(host, form, control);
-    if (!children.empty()) entry["Controls"] = std::move(children);
-    controls.push_back(std::move(entry));
+    controls.push_back(ControlToJson(host, form, *control));
   }
   return controls;
 }
@@ -354,16 +365,10 @@ Json FormToJson(Host& host, Form& form) {
   return json;
 }
 
-Form& LoadFormJson(Host& host, const Json& json, const std::string& name) {
-  FormEntry entry = ReadForm(json, name);
-  std::unique_ptr<Form> built = BuildOffForm(host, entry, name);
-  // From here on the file is good: the form goes in, then every control is
-  // resized and shown on it, as when a form is loaded.
-  Form& form = host.InstallForm(std::move(built));
+// Resizes and shows `shown`, as when a form is loaded.
+void ShowRestored(Host& host, const std::vector<HostedControl*>& shown, const std::string& name) {
   std::vector<std::pair<std::weak_ptr<int>, HostedControl*>> controls;
-  for (const auto& control : form.Controls()) {
-    controls.emplace_back(control->Lifetime(), control.get());
-  }
+  for (HostedControl* control : shown) controls.emplace_back(control->Lifetime(), control);
   for (auto& [alive, control] : controls) {
     if (alive.expired()) continue;
     // A control that raises while it is sized or drawn (a legal value it
@@ -382,6 +387,17 @@ Form& LoadFormJson(Host& host, const Json& json, const std::string& name) {
       }
     }
   }
+}
+
+Form& LoadFormJson(Host& host, const Json& json, const std::string& name) {
+  FormEntry entry = ReadForm(json, name);
+  std::unique_ptr<Form> built = BuildOffForm(host, entry, name);
+  // From here on the file is good: the form goes in, then every control is
+  // resized and shown on it, as when a form is loaded.
+  Form& form = host.InstallForm(std::move(built));
+  std::vector<HostedControl*> controls;
+  for (const auto& control : form.Controls()) controls.push_back(control.get());
+  ShowRestored(host, controls, name);
   form.SetModified(false);
   return form;
 }
@@ -403,7 +419,7 @@ namespace {
 // Memory that runs out while a form loads is the host's error 7, naming
 // the file; the forms already loaded stay as they were.
 template <typename Load>
-Form& LoadReportingMemory(const std::string& source, Load&& load) {
+decltype(auto) LoadReportingMemory(const std::string& source, Load&& load) {
   try {
     return load();
   } catch (const std::bad_alloc&) {
@@ -422,6 +438,85 @@ Form& LoadFormText(Host& host, std::string_view text, std::string_view source) {
 Form& LoadFormFile(Host& host, const std::filesystem::path& path) {
   return LoadReportingMemory(path.string(), [&]() -> Form& {
     return LoadFormJson(host, LoadJsonFile(path), path.string());
+  });
+}
+
+std::string ControlsFileText(Host& host, Form& form, std::span<HostedControl* const> controls) {
+  const auto chosen = [&](const HostedControl* control) {
+    return std::find(controls.begin(), controls.end(), control) != controls.end();
+  };
+  Json list = Json::array();
+  for (HostedControl* control : form.PaintOrder()) {
+    if (!chosen(control)) continue;
+    bool inside_chosen = false;
+    for (const HostedControl* outer = control->Container(); outer; outer = outer->Container()) {
+      inside_chosen = inside_chosen || chosen(outer);
+    }
+    // A container's entry already holds it.
+    if (!inside_chosen) list.push_back(ControlToJson(host, form, *control));
+  }
+  Json json;
+  json["Controls"] = std::move(list);
+  return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+}
+
+namespace {
+
+// Moves a place the file gives by `delta` twips; a place it leaves out
+// is 0, so it becomes `delta`.
+void Shift(OwnValues& values, std::string_view name, int delta) {
+  constexpr int64_t kLimit = std::numeric_limits<int32_t>::max();
+  for (auto& [key, value] : values) {
+    if (key != name) continue;
+    value =
+        Variant(static_cast<int32_t>(std::clamp(value.ToLong() + int64_t{delta}, -kLimit, kLimit)));
+    return;
+  }
+  values.emplace_back(name, Variant(static_cast<int32_t>(delta)));
+}
+
+}  // namespace
+
+std::vector<HostedControl*> AddControlsText(Host& host, Form& form, std::string_view text,
+                                            std::string_view source, HostedControl* container,
+                                            const ControlNamer& rename, int dx, int dy) {
+  const std::string name(source);
+  return LoadReportingMemory(name, [&] {
+    const Json json = ParseJsonStrict(text, name);
+    const Reader reader(json, name);
+    reader.OnlyKeys({"Controls"});
+    std::vector<std::string> names;
+    std::vector<ControlEntry> entries = ReadControls(reader.Require("Controls"), name, names);
+    for (ControlEntry& entry : entries) {
+      Shift(entry.extender, "Left", dx);
+      Shift(entry.extender, "Top", dy);
+    }
+    // Form::Add puts each new control last in the tab order, so what came
+    // in is the tail of the list.
+    const size_t before = form.Controls().size();
+    std::vector<std::pair<int, HostedControl*>> tab_order;
+    try {
+      RestoreControls(host, form, entries, container, name, tab_order, &rename);
+    } catch (...) {
+      // All or nothing: a container takes what it holds with it.
+      while (form.Controls().size() > before) host.RemoveControl(*form.Controls().back());
+      throw;
+    }
+    std::vector<HostedControl*> added;
+    std::vector<HostedControl*> outermost;
+    for (size_t i = before; i < form.Controls().size(); ++i) {
+      HostedControl* control = form.Controls()[i].get();
+      added.push_back(control);
+      if (control->Container() == container) outermost.push_back(control);
+    }
+    // Last in the tab order, among themselves in the order the text gives.
+    std::stable_sort(tab_order.begin(), tab_order.end(),
+                     [](const auto& a, const auto& b) { return a.first < b.first; });
+    for (const auto& [index, control] : tab_order) {
+      form.SetTabIndex(*control, static_cast<int>(form.Controls().size()));
+    }
+    ShowRestored(host, added, name);
+    return outermost;
   });
 }
 

@@ -158,5 +158,39 @@ TEST(FormFileLimits, AControlThatRaisesWhenDrawnStaysOnTheFormAndSavesBack) {
       << warnings.str();
 }
 
+// Some controls' entries go onto a form again under the names they are
+// given, moved; a list that fails part way adds nothing.
+TEST_F(FormFileTest, ControlEntriesAddRenamedAndMovedAllOrNothing) {
+  Form& form = *host_.FindForm("Main");
+  HostedControl* a = host_.FindControl("a");
+  const std::vector<HostedControl*> chosen{a};
+  const std::string copied = ControlsFileText(host_, form, chosen);
+  int number = 0;
+  const ControlNamer rename = [&](const ClassInfo& info) {
+    return info.name + "_" + std::to_string(++number);
+  };
+
+  const std::vector<HostedControl*> added =
+      AddControlsText(host_, form, copied, "paste", nullptr, rename, 15, 30);
+  ASSERT_EQ(added.size(), 1u);
+  EXPECT_EQ(added[0]->Name(), "KestuProbe_1");
+  EXPECT_EQ(added[0]->Bounds(), (TwipsRect{135, 270, 900, 300}));
+  EXPECT_EQ(added[0]->Control().GetProperty("Caption").ToString(), "Caf\xC3\xA9");
+  EXPECT_EQ(added[0]->ToolTipText(), "Tip");
+  EXPECT_EQ(form.TabIndexOf(*added[0]), 2);
+
+  const std::string before = Text();
+  ExpectRuntimeError(
+      380,
+      [&] {
+        AddControlsText(host_, form, R"({"Controls": [{"Type": "KestuProbe", "Name": "x"},
+            {"Type": "KestuProbe", "Name": "y", "Width": 600000}]})",
+                        "paste", nullptr, rename, 0, 0);
+      },
+      "paste");
+  EXPECT_EQ(Text(), before);
+  EXPECT_EQ(host_.FindControl("a"), a);
+}
+
 }  // namespace
 }  // namespace kestu
