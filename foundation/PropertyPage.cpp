@@ -67,6 +67,11 @@ bool PropertyPage::Assign(UserControl& control, std::string_view property, const
                           bool tolerant) {
   // Compared as text, as a text box shows a setting: 5 and "5" are one.
   if (control.GetProperty(property).ToString() == value.ToString()) return false;
+  return Put(control, property, value, tolerant);
+}
+
+bool PropertyPage::Put(UserControl& control, std::string_view property, const Variant& value,
+                       bool tolerant) {
   try {
     control.SetProperty(property, value);
   } catch (const RuntimeError&) {
@@ -74,6 +79,18 @@ bool PropertyPage::Assign(UserControl& control, std::string_view property, const
     return false;
   }
   return true;
+}
+
+void PropertyPage::ListChoice::Show(int16_t value) {
+  chosen = value;
+  const bool listed = value >= 0 && value < list->GetProperty("ListCount").ToInteger();
+  list->SetProperty("ListIndex", listed ? value : int16_t{-1});
+}
+
+void PropertyPage::ListChoice::Take(const UserControl& child) {
+  if (&child != list) return;
+  const int16_t index = list->GetProperty("ListIndex").ToInteger();
+  if (index >= 0) chosen = index;
 }
 
 PageRegistry& PageRegistry::Instance() {

@@ -14,23 +14,6 @@ namespace kestu {
 
 namespace {
 
-// Controls created while it lives are in design mode; the host's ambient
-// UserMode comes back afterwards, so the other forms of the host (a
-// property dialog's pages, say) keep running theirs.
-class DesignMode {
- public:
-  explicit DesignMode(Host& host) : host_(host), before_(host.UserMode()) {
-    host_.SetUserMode(false);
-  }
-  ~DesignMode() { host_.SetUserMode(before_); }
-  DesignMode(const DesignMode&) = delete;
-  DesignMode& operator=(const DesignMode&) = delete;
-
- private:
-  Host& host_;
-  bool before_;
-};
-
 int Saturated(int64_t twips) {
   return static_cast<int>(std::clamp<int64_t>(twips, std::numeric_limits<int32_t>::min(),
                                               std::numeric_limits<int32_t>::max()));
@@ -55,7 +38,7 @@ void DesignDocument::Open(const std::filesystem::path& path) {
   const std::string old_name = form_->Name();
   Form* opened = nullptr;
   {
-    const DesignMode design(host_);
+    const Host::UserModeScope design(host_, false);
     opened = &LoadFormFile(host_, path);
   }
   // A form of the same name was replaced by the file's; another stays
@@ -109,7 +92,7 @@ HostedControl& DesignDocument::Place(std::string_view class_name, const TwipsRec
   if (!info) throw std::invalid_argument("no control class is named " + std::string(class_name));
   HostedControl* placed = nullptr;
   Change([&] {
-    const DesignMode design(host_);
+    const Host::UserModeScope design(host_, false);
     placed = &host_.NewControl(*form_, *info, FreeName(info->name), rect, container);
   });
   selection_ = {placed};
@@ -174,7 +157,7 @@ std::vector<HostedControl*> DesignDocument::Paste(std::string_view text, HostedC
   const int offset = grid_ > 0 ? grid_ : kPasteOffsetWithoutGrid;
   std::vector<HostedControl*> pasted;
   Change([&] {
-    const DesignMode design(host_);
+    const Host::UserModeScope design(host_, false);
     pasted = AddControlsText(
         host_, *form_, text, "the pasted controls", container,
         [this](const ClassInfo& info) { return FreeName(info.name); }, offset, offset);
@@ -197,7 +180,7 @@ DesignDocument::Snapshot DesignDocument::Take() {
 
 void DesignDocument::Restore(const Snapshot& snapshot) {
   {
-    const DesignMode design(host_);
+    const Host::UserModeScope design(host_, false);
     // The text is one this form saved, so it loads; the old form goes as
     // the new one comes in, under the same name.
     form_ = &LoadFormText(host_, snapshot.text, form_->Name() + " (undo)");

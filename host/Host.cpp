@@ -376,11 +376,13 @@ void Host::NotifyAll(const std::function<void(HostObserver&)>& report) {
   }
 }
 
-void Host::RunReportingErrors(const std::function<void()>& procedure) {
+bool Host::RunReportingErrors(const std::function<void()>& procedure) {
   try {
     procedure();
+    return true;
   } catch (const RuntimeError& error) {
     Notify([&](HostObserver& o) { o.OnError(error); });
+    return false;
   }
 }
 

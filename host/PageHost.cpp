@@ -17,16 +17,13 @@ PageHost::PageHost(Host& host, const PageInfo& info, Form& form,
   host_.AddObserver(this);
   // A page runs while its form is designed: its children are in run mode
   // whatever mode the host gives new controls.
-  const bool user_mode = host_.UserMode();
-  host_.SetUserMode(true);
+  const Host::UserModeScope run(host_, true);
   try {
     page_ = info_.create(*this);
   } catch (...) {
-    host_.SetUserMode(user_mode);
     host_.RemoveObserver(this);
     throw;
   }
-  host_.SetUserMode(user_mode);
 }
 
 PageHost::~PageHost() {

@@ -75,13 +75,11 @@ void PropertyDialog::Layout(const std::vector<HostedControl*>& selected) {
   form_->SetCaption(selected.front()->Name() + " Properties");
 
   // The dialog's controls run whatever mode the designer is in.
-  const bool user_mode = host_.UserMode();
-  host_.SetUserMode(true);
+  const Host::UserModeScope run(host_, true);
   tabs_ = &host_.NewControl(
       *form_, DialogClass("TabStrip"), "tabPages",
       TwipsRect{kMargin * kPx, kMargin * kPx, strip_width * kPx, strip_height * kPx});
   AddButtons(buttons_top, width - kMargin);
-  host_.SetUserMode(user_mode);
 
   const int page_left = (kMargin + kBodyInset) * kPx;
   const int page_top = (kMargin + kTabHeight + kBodyInset) * kPx;
@@ -147,14 +145,7 @@ bool PropertyDialog::ApplyAll() {
   bool applied = true;
   for (const auto& page : pages_) {
     if (!page->Page().Changed()) continue;
-    host_.RunReportingErrors([&] {
-      try {
-        page->ApplyChanges();
-      } catch (...) {
-        applied = false;
-        throw;
-      }
-    });
+    applied = host_.RunReportingErrors([&] { page->ApplyChanges(); }) && applied;
   }
   return applied;
 }

@@ -19,8 +19,6 @@ constexpr int kPx = 15;
 // The formats in the order of their values, each with how it writes a
 // number, so the author need not remember which separator is which.
 constexpr const char* kFormats[] = {"0 - BrazilFormat (1.234,56)", "1 - USFormat (1,234.56)"};
-constexpr int16_t kFormatCount = 2;
-
 constexpr PropertyPage::FlagSpec kFlags[] = {
     {"chkThSeparator", "Thousands separator", "ThSeparator"},
     {"chkAllowNegative", "Allow negative numbers", "AllowNegative"},
@@ -76,8 +74,7 @@ ppgNumberEdit::ppgNumberEdit(PageSite& site) : PreviewPage(site) {
       .SetProperty("Caption", "(up to 5)");
   Add("Label", "Label3", 8 * kPx, 96 * kPx, 180 * kPx, 13 * kPx)
       .SetProperty("Caption", "Number format:");
-  cbo_number_format_ =
-      &AddList("cboNumberFormat", kFormats, 8 * kPx, 111 * kPx, 180 * kPx, 21 * kPx);
+  format_.list = &AddList("cboNumberFormat", kFormats, 8 * kPx, 111 * kPx, 180 * kPx, 21 * kPx);
   flags_ = AddFlags(kFlags, 204 * kPx, 8 * kPx, 188 * kPx, 20 * kPx);
 
   UserControl& frame = Add("Frame", "fraPreview", 8 * kPx, 142 * kPx, 384 * kPx, 62 * kPx);
@@ -89,9 +86,7 @@ ppgNumberEdit::ppgNumberEdit(PageSite& site) : PreviewPage(site) {
 void ppgNumberEdit::Fill(UserControl& box) {
   txt_int_max_length_->SetProperty("Text", box.GetProperty("IntMaxLength").ToString());
   txt_dec_max_length_->SetProperty("Text", box.GetProperty("DecMaxLength").ToString());
-  chosen_format_ = static_cast<int16_t>(box.GetProperty("NumberFormat").ToInteger());
-  const bool listed = chosen_format_ >= 0 && chosen_format_ < kFormatCount;
-  cbo_number_format_->SetProperty("ListIndex", listed ? chosen_format_ : int16_t{-1});
+  format_.Show(box.GetProperty("NumberFormat").ToInteger());
   ShowFlags(flags_, box);
 }
 
@@ -104,7 +99,7 @@ void ppgNumberEdit::WriteSettings(UserControl& box, bool tolerant) {
     Assign(box, property, value, tolerant);
   };
   for (const FlagBox& flag : flags_) put(flag.property, Variant::Boolean(IsChecked(*flag.box)));
-  put("NumberFormat", chosen_format_);
+  put("NumberFormat", format_.chosen);
   put("DecMaxLength", Val(txt_dec_max_length_->GetProperty("Text").ToString()));
   put("IntMaxLength", Val(txt_int_max_length_->GetProperty("Text").ToString()));
 }
@@ -117,12 +112,6 @@ void ppgNumberEdit::ShowSample() {
   const int decimals = static_cast<int>(preview.GetProperty("DecMaxLength").ToInteger());
   const bool negative = preview.GetProperty("AllowNegative").ToBool();
   preview.SetProperty("Text", SampleNumber(integers, decimals, negative));
-}
-
-void ppgNumberEdit::Edited(UserControl& child) {
-  if (&child != cbo_number_format_) return;
-  const int16_t index = static_cast<int16_t>(child.GetProperty("ListIndex").ToInteger());
-  if (index >= 0) chosen_format_ = index;
 }
 
 }  // namespace kestu

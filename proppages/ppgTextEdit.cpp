@@ -18,8 +18,6 @@ constexpr int kPx = 15;
 // The styles in the order of their values, named as the property shows them.
 constexpr const char* kStyles[] = {"0 - ccNormal", "1 - ccUpperCase", "2 - ccLowerCase",
                                    "3 - ccPadLeft"};
-constexpr int16_t kStyleCount = 4;
-
 constexpr PropertyPage::FlagSpec kFlags[] = {
     {"chkIncludeLiterals", "Text includes literals", "IncludeLiterals"},
     {"chkAutoSelect", "Select all on focus", "AutoSelect"},
@@ -52,7 +50,7 @@ ppgTextEdit::ppgTextEdit(PageSite& site) : PreviewPage(site) {
   txt_fill_char_ = &Add("TextBox", "txtFillChar", 102 * kPx, 67 * kPx, 86 * kPx, 21 * kPx);
   Add("Label", "Label4", 8 * kPx, 96 * kPx, 180 * kPx, 13 * kPx)
       .SetProperty("Caption", "Text style:");
-  cbo_text_style_ = &AddList("cboTextStyle", kStyles, 8 * kPx, 111 * kPx, 180 * kPx, 21 * kPx);
+  style_.list = &AddList("cboTextStyle", kStyles, 8 * kPx, 111 * kPx, 180 * kPx, 21 * kPx);
   Add("Label", "Label5", 8 * kPx, 140 * kPx, 180 * kPx, 13 * kPx)
       .SetProperty("Caption", "Default value:");
   txt_default_value_ = &Add("TextBox", "txtDefaultValue", 8 * kPx, 155 * kPx, 180 * kPx, 21 * kPx);
@@ -70,9 +68,7 @@ void ppgTextEdit::Fill(UserControl& box) {
   txt_max_length_->SetProperty("Text", box.GetProperty("MaxLength").ToString());
   txt_fill_char_->SetProperty("Text", box.GetProperty("FillChar"));
   txt_default_value_->SetProperty("Text", box.GetProperty("DefaultValue"));
-  chosen_style_ = static_cast<int16_t>(box.GetProperty("TextStyle").ToInteger());
-  const bool listed = chosen_style_ >= 0 && chosen_style_ < kStyleCount;
-  cbo_text_style_->SetProperty("ListIndex", listed ? chosen_style_ : int16_t{-1});
+  style_.Show(box.GetProperty("TextStyle").ToInteger());
   ShowFlags(flags_, box);
 }
 
@@ -93,14 +89,8 @@ void ppgTextEdit::WriteSettings(UserControl& box, bool tolerant) {
   put("FillChar", txt_fill_char_->GetProperty("Text"));
   const bool new_length = put("MaxLength", Val(txt_max_length_->GetProperty("Text").ToString()));
   const Variant mask = txt_mask_->GetProperty("Text");
-  if (!put("Mask", mask) && new_length) {
-    try {
-      box.SetProperty("Mask", mask);
-    } catch (const RuntimeError&) {
-      if (!tolerant) throw;
-    }
-  }
-  put("TextStyle", chosen_style_);
+  if (!put("Mask", mask) && new_length) Put(box, "Mask", mask, tolerant);
+  put("TextStyle", style_.chosen);
 }
 
 // The default value through the settings, or, without one, the empty
@@ -111,17 +101,11 @@ void ppgTextEdit::ShowSample() {
   try {
     Preview().SetProperty("Text", sample);
     // Assigning the text does not restyle it; assigning the style does.
-    Preview().SetProperty("TextStyle", chosen_style_);
+    Preview().SetProperty("TextStyle", style_.chosen);
   } catch (const RuntimeError&) {
     // A padded style with a length the box refuses: the preview shows what
     // it could take.
   }
-}
-
-void ppgTextEdit::Edited(UserControl& child) {
-  if (&child != cbo_text_style_) return;
-  const int16_t index = static_cast<int16_t>(child.GetProperty("ListIndex").ToInteger());
-  if (index >= 0) chosen_style_ = index;
 }
 
 }  // namespace kestu

@@ -242,9 +242,10 @@ void Gallery::AddCopiers() {
         {{"StartCaption", Variant::Boolean(true)}});
   Label(510, 226, "before a copy: 0%");
   // At design time the bar shows half way, so the form's author sees it.
-  host_.SetUserMode(false);
-  Place(host_, *form_, "KestuCopyFile", "copier2", 340, 256, 160, 22);
-  host_.SetUserMode(true);
+  {
+    const Host::UserModeScope design(host_, false);
+    Place(host_, *form_, "KestuCopyFile", "copier2", 340, 256, 160, 22);
+  }
   Label(510, 260, "design time: 50%");
   HostedControl* done = Place(host_, *form_, "KestuCopyFile", "copier3", 340, 290, 160, 22,
                               {{"ForeColor", Variant(static_cast<int32_t>(0x008000))}});

@@ -9,6 +9,7 @@
 // The host places the page (on a form of its own, or on a tab of a
 // property dialog) and implements `PageSite`; the page builds its children
 // in its constructor and hears their events through `ChildEvent`.
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <span>
@@ -72,7 +73,6 @@ class PropertyPage {
  protected:
   explicit PropertyPage(PageSite& site) : site_(site) {}
 
-
   // A child control; a member of a control array is named "optSize(1)".
   UserControl& Add(std::string_view class_name, const std::string& name, int left, int top,
                    int width, int height, UserControl* container = nullptr);
@@ -99,6 +99,21 @@ class PropertyPage {
   // True when the value was assigned.
   static bool Assign(UserControl& control, std::string_view property, const Variant& value,
                      bool tolerant = false);
+  // The same, even when the control already holds the value.
+  static bool Put(UserControl& control, std::string_view property, const Variant& value,
+                  bool tolerant = false);
+
+  // A list whose choice the page keeps: a control holding a value the list
+  // does not name shows no item and keeps its value until the author picks
+  // one.
+  struct ListChoice {
+    UserControl* list = nullptr;
+    int16_t chosen = 0;
+    // Shows `value` (an item's index) in the list, or no item.
+    void Show(int16_t value);
+    // After `child` was edited: takes the list's item when it is the list.
+    void Take(const UserControl& child);
+  };
 
   // `SelectedControls`: their count and each one by index.
   int SelectedCount() const { return site_.SelectedCount(); }

@@ -73,6 +73,22 @@ class Host {
   // ---- Ambient defaults for controls created afterwards ----
   bool UserMode() const { return user_mode_; }
   void SetUserMode(bool run_mode) { user_mode_ = run_mode; }
+  // The ambient UserMode for the controls created while it lives; the
+  // host's own comes back afterwards, so other forms keep theirs (a
+  // designer's form is designed, its property pages run).
+  class UserModeScope {
+   public:
+    UserModeScope(Host& host, bool run_mode) : host_(host), before_(host.UserMode()) {
+      host_.SetUserMode(run_mode);
+    }
+    ~UserModeScope() { host_.SetUserMode(before_); }
+    UserModeScope(const UserModeScope&) = delete;
+    UserModeScope& operator=(const UserModeScope&) = delete;
+
+   private:
+    Host& host_;
+    bool before_;
+  };
   // The font new forms share ("MS Sans Serif", 8.25).
   const FontRef& DefaultFont() const { return default_font_; }
 
@@ -213,8 +229,9 @@ class Host {
   std::ostream* SetWarningStream(std::ostream* stream);
 
   // Runs `procedure`; a run-time error it raises goes to the observers
-  // instead of the caller (timers and other host-initiated calls).
-  void RunReportingErrors(const std::function<void()>& procedure);
+  // instead of the caller (timers and other host-initiated calls). False
+  // when it raised one.
+  bool RunReportingErrors(const std::function<void()>& procedure);
 
   // ---- Windows by handle ----
   struct WindowRef {

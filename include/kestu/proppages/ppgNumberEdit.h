@@ -20,15 +20,12 @@ class ppgNumberEdit final : public PreviewPage {
   void Fill(UserControl& box) override;
   void WriteSettings(UserControl& box, bool tolerant) override;
   void ShowSample() override;
-  void Edited(UserControl& child) override;
+  void Edited(UserControl& child) override { format_.Take(child); }
 
   UserControl* txt_int_max_length_;
   UserControl* txt_dec_max_length_;
-  UserControl* cbo_number_format_;
   std::vector<FlagBox> flags_;
-  // The page's own choice, kept from the list's clicks: a box loaded with
-  // a format the list does not name keeps it until another is chosen.
-  int16_t chosen_format_ = 0;
+  ListChoice format_;
 };
 
 }  // namespace kestu

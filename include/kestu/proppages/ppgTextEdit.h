@@ -20,17 +20,14 @@ class ppgTextEdit final : public PreviewPage {
   void Fill(UserControl& box) override;
   void WriteSettings(UserControl& box, bool tolerant) override;
   void ShowSample() override;
-  void Edited(UserControl& child) override;
+  void Edited(UserControl& child) override { style_.Take(child); }
 
   UserControl* txt_mask_;
   UserControl* txt_max_length_;
   UserControl* txt_fill_char_;
-  UserControl* cbo_text_style_;
   UserControl* txt_default_value_;
   std::vector<FlagBox> flags_;
-  // The page's own choice, kept from the list's clicks: a box loaded with
-  // a style the list does not name keeps it until another is chosen.
-  int16_t chosen_style_ = 0;
+  ListChoice style_;
 };
 
 }  // namespace kestu
