@@ -32,6 +32,7 @@ FormScene::FormScene(const Host& host, const Form& form, bool caret_lit, const R
     layers_.push_back({control->hWnd(), control->PixelBoundsOnForm(), control->VisibleOnForm(),
                        control->GetRaster().Generation()});
   }
+  if (const FormDesigner* designer = form.Designer()) marks_ = designer->Marks();
 }
 
 bool FormScene::SameLayout(const FormScene& before) const {
@@ -67,6 +68,10 @@ RowBand FormScene::RowsChangedSince(const FormScene& before) const {
   if (caret_ != before.caret_) {
     if (caret_) AddRows(band, *caret_);
     if (before.caret_) AddRows(band, *before.caret_);
+  }
+  if (marks_ != before.marks_) {
+    for (const DesignMark& mark : marks_) AddRows(band, mark.rect);
+    for (const DesignMark& mark : before.marks_) AddRows(band, mark.rect);
   }
   return band;
 }

@@ -58,6 +58,7 @@ FormPicture::FormPicture(const Host& host, const Form& form, bool caret_lit, con
     const PixelRect clipped = Intersect(*cell, whole);
     if (!IsEmpty(clipped)) caret_ = clipped;
   }
+  if (const FormDesigner* designer = form.Designer()) marks_ = designer->Marks();
   covered_.reserve(layers_.size() + 1);
 }
 
@@ -84,6 +85,23 @@ void FormPicture::ComposeRow(int y, Rgb* out) const {
   });
   if (caret_ && y >= caret_->top && y < caret_->bottom) {
     for (int x = caret_->left; x < caret_->right; ++x) out[x] = ~out[x] & 0x00FFFFFFu;
+  }
+  if (!marks_.empty()) PaintMarks(y, out);
+}
+
+void FormPicture::PaintMarks(int y, Rgb* out) const {
+  for (const DesignMark& mark : marks_) {
+    const PixelRect& r = mark.rect;
+    if (y < r.top || y >= r.bottom) continue;
+    const int left = std::max(r.left, 0);
+    const int right = std::min(r.right, width_);
+    if (left >= right) continue;
+    if (mark.filled || y == r.top || y == r.bottom - 1) {
+      std::fill(out + left, out + right, mark.color);
+      continue;
+    }
+    if (r.left >= 0) out[r.left] = mark.color;
+    if (r.right <= width_) out[r.right - 1] = mark.color;
   }
 }
 

@@ -5,6 +5,7 @@
 
 #include "kestu/foundation/Text.h"
 #include "kestu/host/Form.h"
+#include "kestu/host/FormDesigner.h"
 #include "kestu/host/Host.h"
 #include "kestu/host/HostedControl.h"
 #include "kestu/host/KeyStroke.h"
@@ -59,6 +60,7 @@ HostedControl* UserInput::Pressed() const {
 
 bool UserInput::KeyDown(Form& form, int16_t key_code, int16_t shift) {
   if (key_code == 0) return false;
+  if (FormDesigner* designer = form.Designer()) return designer->KeyDown(key_code, shift);
   // The form takes Tab for itself; Ctrl+Tab and Alt+Tab are not its.
   if (key_code == key::kTab && (shift & (shift::kCtrl | shift::kAlt)) == 0) {
     MoveFocus(form, (shift & shift::kShift) != 0);
@@ -103,6 +105,7 @@ void UserInput::KeyUp(Form& form, int16_t key_code, int16_t shift) {
     button_key_ = 0;
     return;
   }
+  if (form.Designer()) return;
   // The key up goes wherever the focus is now: after Tab, to the new
   // holder, as the system sends it.
   HostedControl* control = Focused(form);
@@ -111,6 +114,7 @@ void UserInput::KeyUp(Form& form, int16_t key_code, int16_t shift) {
 }
 
 void UserInput::Text(Form& form, std::string_view utf8) {
+  if (form.Designer()) return;
   if (HostedControl* control = Focused(form)) input_.TypeText(*control, utf8);
 }
 
@@ -194,6 +198,12 @@ void UserInput::PointerDown(Form& form, int x, int y, int16_t button, int16_t sh
                             std::optional<bool> double_click) {
   if (button == 0) return;
   MoveCursor(form, x, y);
+  if (FormDesigner* designer = form.Designer()) {
+    buttons_ |= button;
+    designer->PointerAt(FormDesigner::Pointer::Down, x, y, button, shift,
+                        double_click.value_or(false));
+    return;
+  }
   HostedControl* control = buttons_ ? Pressed() : form.ControlAt(x, y);
   buttons_ |= button;
   if (!control) return;
@@ -218,6 +228,10 @@ void UserInput::PointerUp(Form& form, int x, int y, int16_t button, int16_t shif
   MoveCursor(form, x, y);
   if ((buttons_ & button) == 0) return;
   buttons_ &= static_cast<int16_t>(~button);
+  if (FormDesigner* designer = form.Designer()) {
+    designer->PointerAt(FormDesigner::Pointer::Up, x, y, button, shift, false);
+    return;
+  }
   HostedControl* control = Pressed();
   const bool click = button == button::kLeft && !double_click_;
   // Cleared first: the procedures below may open a menu that runs the
@@ -236,6 +250,10 @@ void UserInput::PointerUp(Form& form, int x, int y, int16_t button, int16_t shif
 
 void UserInput::PointerMove(Form& form, int x, int y, int16_t shift) {
   MoveCursor(form, x, y);
+  if (FormDesigner* designer = form.Designer()) {
+    designer->PointerAt(FormDesigner::Pointer::Move, x, y, buttons_, shift, false);
+    return;
+  }
   HostedControl* control = buttons_ ? Pressed() : form.ControlAt(x, y);
   // Off every control, a control that holds the capture still hears.
   HostedControl* holder = host_.CaptureHolder();

@@ -3,7 +3,10 @@
 #include <gtest/gtest.h>
 
 #include "desktop/TwoNumberBoxes.h"
+#include "kestu/host/Form.h"
+#include "kestu/host/FormDesigner.h"
 #include "kestu/host/Host.h"
+#include "kestu/host/Snapshot.h"
 #include "support/ScriptHarness.h"
 
 namespace kestu {
@@ -61,6 +64,33 @@ TEST_F(FormSceneTest, TheCaretIsItsOwnRowsWhereverItMoves) {
   const FormScene before = Scene();
   host_.MutableCaret()->x += 3;
   EXPECT_EQ(Scene().RowsChangedSince(before), cell);
+}
+
+// A designer that only draws marks.
+struct MarksOnly : FormDesigner {
+  bool KeyDown(int16_t, int16_t) override { return false; }
+  void PointerAt(Pointer, int, int, int16_t, int16_t, bool) override {}
+  const std::vector<DesignMark>& Marks() const override { return marks; }
+  std::vector<DesignMark> marks;
+};
+
+TEST_F(FormSceneTest, ADesignersMarksAreTheirOwnRowsOverTheControls) {
+  MarksOnly designer;
+  form_->SetDesigner(&designer);
+  const FormScene plain = Scene();
+  designer.marks = {{PixelRect{10, 30, 20, 36}, 0x0000FF, true}};
+  EXPECT_EQ(Scene().RowsChangedSince(plain), (RowBand{30, 36}));
+  const FormScene handle = Scene();
+  designer.marks = {{PixelRect{4, 18, 40, 50}, 0xFF0000, false}};
+  EXPECT_EQ(Scene().RowsChangedSince(handle), (RowBand{18, 50}));
+
+  // A frame is its edges only, drawn over the box it crosses.
+  const Raster picture = RenderForm(host_, *form_);
+  EXPECT_EQ(picture.GetPixel(20, 18), 0xFF0000u);
+  EXPECT_EQ(picture.GetPixel(4, 30), 0xFF0000u);
+  EXPECT_EQ(picture.GetPixel(39, 30), 0xFF0000u);
+  EXPECT_NE(picture.GetPixel(20, 30), 0xFF0000u);
+  form_->SetDesigner(nullptr);
 }
 
 TEST_F(FormSceneTest, ControlsComingGoingOrHidingAndTheFormsColourAreTheWholeForm) {

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "kestu/foundation/Surface.h"
+#include "kestu/host/FormDesigner.h"
 #include "kestu/raster/Raster.h"
 
 namespace kestu {
@@ -39,7 +40,7 @@ class FormScene {
   // The rows of this scene's picture that can differ from `before`'s: all
   // of them when the form's size, colour or backdrop changed or controls came, went,
   // showed, hid or changed order; else the rows a changed control or the
-  // caret covered before or covers now. Empty when nothing changed.
+  // caret or a changed mark covered before or covers now. Empty when nothing changed.
   RowBand RowsChangedSince(const FormScene& before) const;
 
  private:
@@ -60,6 +61,7 @@ class FormScene {
   uint64_t backdrop_generation_ = 0;
   std::vector<Layer> layers_;
   std::optional<PixelRect> caret_;  // the caret's cell on the form, when drawn
+  std::vector<DesignMark> marks_;   // a designer's, over the controls
 };
 
 }  // namespace kestu

@@ -20,6 +20,7 @@
 
 namespace kestu {
 
+class FormDesigner;
 class HostedControl;
 
 // The extender's `Align` values.
@@ -100,6 +101,10 @@ class Form {
   HostedControl* ActiveControl() const { return active_control_; }
   void SetActiveControl(HostedControl* control) { active_control_ = control; }
 
+  // The designer the user's input on the form goes to, and whose marks
+  // its picture shows; null for a form that runs.
+  FormDesigner* Designer() const { return designer_; }
+  void SetDesigner(FormDesigner* designer) { designer_ = designer; }
   bool Modified() const { return modified_; }
   void SetModified(bool modified) { modified_ = modified; }
 
@@ -138,6 +143,7 @@ class Form {
   mutable std::vector<HostedControl*> paint_order_;
   mutable bool paint_order_valid_ = false;
   HostedControl* active_control_ = nullptr;
+  FormDesigner* designer_ = nullptr;
   bool modified_ = false;
   bool docking_ = false;
 };

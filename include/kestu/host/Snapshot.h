@@ -5,6 +5,7 @@
 #include <optional>
 #include <vector>
 
+#include "kestu/host/FormDesigner.h"
 #include "kestu/raster/Raster.h"
 
 namespace kestu {
@@ -21,8 +22,8 @@ std::optional<PixelRect> CaretCellOnForm(const Host& host, const Form& form, boo
 // What a form's picture is made of, in paint order: the form's background
 // (its colour, or a backdrop picture of the form's size), the raster of
 // each visible control at its place in tab order, then the caret's cell,
-// inverted. A picture is composed a row at a time, so that a window can
-// compose only the rows that changed, straight into what it shows. It
+// inverted, then the marks of the form's designer when it has one. A picture is composed a row at a
+// time, so that a window can compose only the rows that changed, straight into what it shows. It
 // points into the controls' rasters: compose before anything draws again.
 class FormPicture {
  public:
@@ -54,6 +55,8 @@ class FormPicture {
   };
   // Calls `paint(left, right)` for each part of [left, right) that nothing
   // painted before on this row covers, then counts it as covered.
+  // The marks' pixels on row `y`, clipped to the picture.
+  void PaintMarks(int y, Rgb* out) const;
   template <typename Paint>
   void PaintUncovered(int left, int right, Paint&& paint) const;
 
@@ -63,6 +66,7 @@ class FormPicture {
   const Rgb* backdrop_ = nullptr;
   std::vector<Layer> layers_;
   std::optional<PixelRect> caret_;
+  std::vector<DesignMark> marks_;
   mutable std::vector<Span> covered_;  // the row being composed
 };
 

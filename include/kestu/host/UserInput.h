@@ -6,8 +6,10 @@
 // else to the innermost control under it, a left press moves the focus,
 // the control pressed keeps the pointer until every button is up, Click
 // comes on a release over the control pressed, and a second left press
-// soon after the first on the same control is a double click. A window
-// system only translates its events into these calls.
+// soon after the first on the same control is a double click. On a form
+// being designed (Form::Designer) the keys and the pointer go to the
+// designer instead, and no control hears them. A window system only
+// translates its events into these calls.
 
 #include <cstdint>
 #include <optional>
