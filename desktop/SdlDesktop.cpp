@@ -100,6 +100,7 @@ SdlDesktop::~SdlDesktop() {
 // ---- Windows ----
 
 void SdlDesktop::SyncWindows() {
+  RebindReplacedForms();
   std::erase_if(windows_, [&](const auto& window) { return FormOf(*window) == nullptr; });
   for (const auto& form : host_.Forms()) {
     if (WindowOf(*form)) continue;
@@ -108,6 +109,19 @@ void SdlDesktop::SyncWindows() {
     // that can take it.
     if (host_.ActiveForm() == form.get() && !host_.Focused()) {
       host_.RunReportingErrors([&] { host_.User().MoveFocus(*form, false); });
+    }
+  }
+}
+
+void SdlDesktop::RebindReplacedForms() {
+  for (const auto& window : windows_) {
+    if (FormOf(*window)) continue;
+    const std::string& name = window->ShownName();
+    for (const auto& form : host_.Forms()) {
+      if (form->Name() == name && !WindowOf(*form)) {
+        window->Rebind(*form);
+        break;
+      }
     }
   }
 }
@@ -349,9 +363,12 @@ void SdlDesktop::DispatchWindowEvent(const SDL_Event& event) {
     case SDL_WINDOWEVENT_SIZE_CHANGED:
       window->Invalidate();
       break;
-    case SDL_WINDOWEVENT_CLOSE:
-      host_.CloseForm(*form);
+    case SDL_WINDOWEVENT_CLOSE: {
+      bool close = true;
+      if (close_request_) host_.RunReportingErrors([&] { close = close_request_(*form); });
+      if (close && host_.Holds(*form)) host_.CloseForm(*form);
       break;
+    }
     default:
       break;
   }

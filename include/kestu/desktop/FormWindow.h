@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <string>
 
 #include "kestu/desktop/FormScene.h"
 #include "kestu/raster/Raster.h"
@@ -36,6 +37,8 @@ class FormWindow {
   // The form's handle: forms go away in the host, handles are never reused.
   int32_t FormHwnd() const { return form_hwnd_; }
   uint32_t WindowId() const;
+  // The name of the form shown, kept when the form goes.
+  const std::string& ShownName() const { return form_name_; }
   SDL_Window* Window() const { return window_; }
 
   // Shows the form's picture (the caret only when `caret_lit`, over
@@ -52,13 +55,17 @@ class FormWindow {
   void Invalidate() { whole_ = true; }
   // The window moved: the form's screen rectangle follows.
   void FollowWindowPosition();
+  // Shows `form` from now on: a form replaced by another of its name (a
+  // designer's undo) keeps its window where the user put it.
+  void Rebind(Form& form);
 
  private:
   void MatchFormSize();
 
   Host& host_;
-  Form& form_;
+  Form* form_;
   int32_t form_hwnd_;
+  std::string form_name_;
   SDL_Window* window_ = nullptr;
   FormScene scene_;  // what the window shows was composed from
   bool whole_ = true;

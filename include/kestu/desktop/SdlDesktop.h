@@ -62,6 +62,11 @@ class SdlDesktop final : public Desktop {
   // where there is no display to keep to).
   void SetFrameRate(int frames_per_second) { frames_per_second_ = frames_per_second; }
 
+  // Asked when the user closes `form`'s window: false keeps it open (a
+  // designer asks first whether to save). Without one the form closes.
+  using CloseRequest = std::function<bool(Form&)>;
+  void SetCloseRequest(CloseRequest request) { close_request_ = std::move(request); }
+
   // Turns the loop until every window is closed, calling `after_each_turn`
   // (when given) between turns, where no input is being handled: a program
   // lets a finished dialog go there.
@@ -88,6 +93,9 @@ class SdlDesktop final : public Desktop {
  private:
   // Opens windows for new forms and closes those of forms that went.
   void SyncWindows();
+  // A window whose form was replaced by one of the same name shows the
+  // new one.
+  void RebindReplacedForms();
   // Opens a window for each tool window the host shows, moves those that
   // stay and closes the others.
   void SyncToolWindows();
@@ -132,6 +140,7 @@ class SdlDesktop final : public Desktop {
   InputRouter router_;
   XBeeper beeper_;
   FormBackdrop backdrop_;
+  CloseRequest close_request_;
   int frames_per_second_ = 0;
   bool frame_owed_ = false;  // a window waits for the next frame
   static constexpr int kUnknown = -2;
