@@ -27,10 +27,21 @@ DesignDocument::DesignDocument(Host& host, std::string form_name) : host_(host) 
 
 // ---- The document ----
 
+void DesignDocument::SetFormDesigner(FormDesigner* designer) {
+  designer_ = designer;
+  // The form may have been closed already, the program quitting.
+  if (host_.Holds(*form_)) form_->SetDesigner(designer);
+}
+
+void DesignDocument::Adopt(Form& form) {
+  form_ = &form;
+  form_->SetDesigner(designer_);
+}
+
 void DesignDocument::New(std::string form_name) {
   // A form of the same name is replaced anyway; another would stay behind.
   if (form_ && !SameName(form_->Name(), form_name)) host_.CloseForm(*form_);
-  form_ = &host_.CreateForm(std::move(form_name));
+  Adopt(host_.CreateForm(std::move(form_name)));
   Forget();
 }
 
@@ -46,7 +57,7 @@ void DesignDocument::Open(const std::filesystem::path& path) {
   if (!SameName(opened->Name(), old_name)) {
     if (Form* old = host_.FindForm(old_name)) host_.CloseForm(*old);
   }
-  form_ = opened;
+  Adopt(*opened);
   Forget();
 }
 
@@ -61,6 +72,7 @@ bool DesignDocument::Modified() const {
 
 void DesignDocument::Forget() {
   selection_.clear();
+  outside_.reset();
   undo_.clear();
   redo_.clear();
   modified_ = false;
@@ -80,10 +92,7 @@ void DesignDocument::Change(Edit&& edit) {
     if (FormFileText(host_, *form_) != before.text) Restore(before);
     throw;
   }
-  if (FormFileText(host_, *form_) == before.text) return;
-  undo_.push_back(std::move(before));
-  redo_.clear();
-  modified_ = true;
+  Keep(std::move(before));
 }
 
 HostedControl& DesignDocument::Place(std::string_view class_name, const TwipsRect& rect,
@@ -142,6 +151,28 @@ void DesignDocument::DeleteSelection() {
   });
 }
 
+void DesignDocument::SetFormProperty(std::string_view name, const Variant& value) {
+  Change([&] { form_->SetProperty(name, value); });
+}
+
+void DesignDocument::BeginOutsideEdit() {
+  outside_ = Take();
+}
+
+void DesignDocument::EndOutsideEdit() {
+  if (!outside_) return;
+  Snapshot before = std::move(*outside_);
+  outside_.reset();
+  Keep(std::move(before));
+}
+
+void DesignDocument::Keep(Snapshot before) {
+  if (FormFileText(host_, *form_) == before.text) return;
+  undo_.push_back(std::move(before));
+  redo_.clear();
+  modified_ = true;
+}
+
 void DesignDocument::SetProperty(HostedControl& control, std::string_view name,
                                  const Variant& value) {
   Change([&] {
@@ -183,7 +214,7 @@ void DesignDocument::Restore(const Snapshot& snapshot) {
     const Host::UserModeScope design(host_, false);
     // The text is one this form saved, so it loads; the old form goes as
     // the new one comes in, under the same name.
-    form_ = &LoadFormText(host_, snapshot.text, form_->Name() + " (undo)");
+    Adopt(LoadFormText(host_, snapshot.text, form_->Name() + " (undo)"));
   }
   selection_.clear();
   for (const std::string& name : snapshot.selection) {

@@ -9,6 +9,7 @@
 // so an undo gives back exactly the file the form saved before the edit.
 
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -20,6 +21,7 @@ namespace kestu {
 
 class Host;
 class Form;
+class FormDesigner;
 
 class DesignDocument {
  public:
@@ -33,6 +35,9 @@ class DesignDocument {
   DesignDocument& operator=(const DesignDocument&) = delete;
 
   Host& GetHost() const { return host_; }
+  // The designer the designed form's input goes to (see Form::Designer):
+  // every form the document makes or loads gets it.
+  void SetFormDesigner(FormDesigner* designer);
   Form& DesignedForm() const { return *form_; }
 
   // ---- The document ----
@@ -66,6 +71,14 @@ class DesignDocument {
   // Assigns a property of `control`: its own or its extender's (Left,
   // Visible, ToolTipText, ...). A refused value changes nothing.
   void SetProperty(HostedControl& control, std::string_view name, const Variant& value);
+  // Assigns a property of the designed form itself (Caption, BackColor,
+  // ...).
+  void SetFormProperty(std::string_view name, const Variant& value);
+  // An edit made elsewhere, such as a property dialog's applies to the
+  // selected controls: Begin keeps the form's file as it is, End makes
+  // it one edit to undo when the file changed in between.
+  void BeginOutsideEdit();
+  void EndOutsideEdit();
   // Adds the controls of a CopySelection's text, inside `container` when
   // not null, with fresh names as Place gives them, one grid step (or
   // kPasteOffsetWithoutGrid) right of and below where they were; they
@@ -119,18 +132,23 @@ class DesignDocument {
   template <typename Edit>
   void Change(Edit&& edit);
   Snapshot Take();
+  // Keeps `before` for undo when the form's file changed since.
+  void Keep(Snapshot before);
   // The form again as `snapshot` holds it, in design mode.
   void Restore(const Snapshot& snapshot);
   void Forget();
+  void Adopt(Form& form);
   // The selected controls not inside another selected one.
   std::vector<HostedControl*> SelectionRoots() const;
   int Snap(int twips) const;
 
   Host& host_;
   Form* form_ = nullptr;
+  FormDesigner* designer_ = nullptr;
   std::vector<HostedControl*> selection_;
   std::vector<Snapshot> undo_;
   std::vector<Snapshot> redo_;
+  std::optional<Snapshot> outside_;  // the file before an outside edit
   int grid_ = 0;
   bool modified_ = false;
 };
