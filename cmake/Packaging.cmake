@@ -6,8 +6,8 @@
 #                        the controls' manifest and toolbox icons (share/kestu)
 #   kestu_dev_*.deb      package kestu-dev: headers, the link names, the CMake
 #                        package (with its Desktop component) and pkg-config files
-#   kestu_tools_*.deb    package kestu-tools: kestu-script, kestu-run, kestu-copy,
-#                        kestu-registry
+#   kestu_tools_*.deb    package kestu-tools: kestu-script, kestu-run, kestu-designer,
+#                        kestu-copy, kestu-registry
 set(CPACK_PACKAGE_NAME kestu)
 set(CPACK_PACKAGE_VENDOR "Kestu")
 set(CPACK_PACKAGE_CONTACT "Kestu developers <kestu@localhost>")
@@ -47,5 +47,5 @@ set(CPACK_DEBIAN_TOOLS_PACKAGE_SECTION utils)
 # place, and otherwise only what those already need (kestu-copy only libc).
 set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS "kestu ${kestu_exact}, libc6")
 set(CPACK_COMPONENT_TOOLS_DESCRIPTION
-    "Kestu controls: tools\n kestu-script (test forms headless), kestu-run (open a form in a window),\n kestu-copy (copy, split and join files) and kestu-registry (list the\n controls).")
+    "Kestu controls: tools\n kestu-script (test forms headless), kestu-run (open a form in a window),\n kestu-designer (design forms), kestu-copy (copy, split and join files) and kestu-registry (list the\n controls).")
 include(CPack)

@@ -37,7 +37,7 @@ purge
 trap purge EXIT
 apt-get install -y -qq --no-install-recommends "${debs[@]}" >"$work/apt.log" 2>&1 ||
   die "apt install failed: $(tail -3 "$work/apt.log")"
-for program in /usr/bin/kestu-script /usr/bin/kestu-run; do
+for program in /usr/bin/kestu-script /usr/bin/kestu-run /usr/bin/kestu-designer; do
   if ldd "$program" | grep -q "not found"; then die "$program: $(ldd "$program" | grep "not found")"; fi
 done
 printf 'new KestuNumberEdit n 0 0 1200 315\nset n.Value 7\nget n.Value\n' | kestu-script - |
