@@ -4,6 +4,8 @@
 #include <nlohmann/json.hpp>
 
 #include "designer/PropertyGrid.h"
+#include "designer/PropertyRows.h"
+#include "designer/QuestionWindow.h"
 #include "kestu/foundation/Keys.h"
 #include "kestu/foundation/RuntimeError.h"
 #include "kestu/foundation/StdPicture.h"
@@ -63,61 +65,6 @@ const ClassInfo& NeededClass(const char* name) {
   return *info;
 }
 
-// What the grid calls an extender property's type, from how a form file
-// keeps it.
-std::string ExtenderType(std::string_view name, FileValue::Kind kind) {
-  if (name == "BackColor") return "OLE_COLOR";
-  switch (kind) {
-    case FileValue::Kind::Integer:
-      return "Long";
-    case FileValue::Kind::Boolean:
-      return "Boolean";
-    case FileValue::Kind::Font:
-      return "StdFont";
-    case FileValue::Kind::String:
-    case FileValue::Kind::None:
-      break;
-  }
-  return "String";
-}
-
-// Help for the properties the host gives every control and form.
-std::string HostHelp(std::string_view name) {
-  static const std::pair<const char*, const char*> kHelp[] = {
-      {"Name",
-       "The name the form's code knows the control by. [O nome pelo qual o código do "
-       "formulário conhece o controle.]"},
-      {"Left",
-       "Distance from the container's left edge, in twips. [Distância da borda "
-       "esquerda do contêiner, em twips.]"},
-      {"Top",
-       "Distance from the container's top edge, in twips. [Distância da borda superior "
-       "do contêiner, em twips.]"},
-      {"Width", "Width, in twips. [Largura, em twips.]"},
-      {"Height", "Height, in twips. [Altura, em twips.]"},
-      {"Visible",
-       "Whether the control shows when the form runs. [Se o controle aparece "
-       "quando o formulário roda.]"},
-      {"ToolTipText",
-       "The tip shown when the pointer rests on the control. [A dica mostrada "
-       "quando o ponteiro para sobre o controle.]"},
-      {"TabIndex",
-       "The control's place in the order Tab moves the focus. [A posição do "
-       "controle na ordem em que Tab move o foco.]"},
-      {"Caption",
-       "The text in the form's title bar. [O texto na barra de título do "
-       "formulário.]"},
-      {"BackColor", "The form's background colour. [A cor de fundo do formulário.]"},
-      {"Font",
-       "The font the form's controls start with. [A fonte com que os controles do "
-       "formulário começam.]"},
-  };
-  for (const auto& [property, help] : kHelp) {
-    if (property == name) return help;
-  }
-  return {};
-}
-
 // A toolbar button sizes itself to its picture when placed: the
 // designer's carry captions, so they keep the size they were given.
 void KeepSize(HostedControl& button, int width, int height) {
@@ -155,32 +102,26 @@ bool Overlaps(const PixelRect& a, const PixelRect& b) {
 
 }  // namespace
 
-// One row of the grid: what it shows and how it is assigned.
-struct Designer::GridEntry {
-  PropertyInfo property;       // its name, type and help; get and set unused
-  bool host_property = false;  // the extender's or the form's
-  bool read_only = false;
-};
-
-// A question in a small window of its own: a line of text, maybe a box to
-// type in, and a button per answer.
+// A question open, and what to do with its answer.
 struct Designer::Ask {
-  Form* form = nullptr;
-  HostedControl* text = nullptr;
-  std::vector<HostedControl*> buttons;
+  std::unique_ptr<QuestionWindow> window;
   std::function<void(const std::string&, const std::string&)> then;
-  std::optional<std::string> answered;  // a button's caption, once pressed
 };
 
 Designer::Designer(Host& host, const std::filesystem::path& file) : host_(host), document_(host) {
   document_.SetGrid(kDefaultGrid);
   document_.SetFormDesigner(this);
-  BuildWindow();
-  host_.AddObserver(this);
-  if (!file.empty()) {
-    file_ = file;
-    if (std::filesystem::exists(file)) document_.Open(file);
+  try {
+    BuildWindow();
+    if (!file.empty() && std::filesystem::exists(file)) document_.Open(file);
+  } catch (...) {
+    // The forms stay with the host: none may point at a designer that
+    // never was.
+    document_.SetFormDesigner(nullptr);
+    throw;
   }
+  file_ = file;
+  host_.AddObserver(this);
   AfterTurn();
 }
 
@@ -427,6 +368,21 @@ void Designer::Arm(const std::string& class_name) {
                            : "Draw a " + armed_ + " on the form, or click where it goes");
 }
 
+void Designer::ToolReleased(const HostedControl& tool, const std::string& class_name) {
+  // A tool clicks on every release. Over itself it is armed, to be drawn
+  // on the form; dragged onto the form, it drops a control there.
+  Arm(class_name);
+  const POINTAPI at = host_.CursorPos();
+  const PixelRect form = document_.DesignedForm().ScreenRect();
+  const std::optional<PixelRect> own = host_.WindowScreenRect(tool.hWnd());
+  if (class_name.empty() || dialog_ || ask_ || !Inside(form, at.x, at.y)) return;
+  if (own && Inside(*own, at.x, at.y)) return;
+  press_x_ = at.x - form.left;
+  press_y_ = at.y - form.top;
+  PlaceDrawn({press_x_, press_y_, press_x_, press_y_});
+  Edited();
+}
+
 bool Designer::Quit() {
   AfterSaving([this] { CloseEverything(); });
   return window_ == nullptr;
@@ -434,7 +390,6 @@ bool Designer::Quit() {
 
 void Designer::CloseEverything() {
   dialog_.reset();
-  if (ask_ && host_.Holds(*ask_->form)) host_.CloseForm(*ask_->form);
   ask_.reset();
   std::vector<Form*> forms;
   for (const auto& form : host_.Forms()) forms.push_back(form.get());
@@ -465,51 +420,18 @@ void Designer::ToolbarCommand(const std::string& name) {
 
 void Designer::AskQuestion(const std::string& question, std::vector<std::string> buttons,
                            std::function<void(const std::string&, const std::string&)> then,
-                           std::optional<std::string> text) {
+                           std::optional<std::string> typed) {
   if (ask_) return;
-  constexpr int kWidth = 360;
-  constexpr int kButtonWidth = 75;
-  const int tx = host_.TwipsPerPixelX();
-  const int ty = host_.TwipsPerPixelY();
-  const int height = text ? 110 : 84;
-  auto ask = std::make_unique<Ask>();
-  ask->then = std::move(then);
-  ask->form = &host_.CreateForm("DesignerAsk", kWidth * tx, height * ty);
-  ask->form->SetCaption("Kestu Designer");
-  const Host::UserModeScope run(host_, true);
-  const auto add = [&](const char* class_name, const std::string& name, int left, int top,
-                       int width, int h) -> HostedControl& {
-    return host_.NewControl(*ask->form, NeededClass(class_name), name,
-                            TwipsRect{left * tx, top * ty, width * tx, h * ty});
-  };
-  HostedControl& label = add("Label", "lblQuestion", 12, 12, kWidth - 24, 18);
-  label.Control().SetProperty("Caption", question);
-  if (text) {
-    ask->text = &add("TextBox", "txtAnswer", 12, 36, kWidth - 24, 21);
-    ask->text->Control().SetProperty("Text", *text);
-  }
-  int left = kWidth - 12 - static_cast<int>(buttons.size()) * (kButtonWidth + 6) + 6;
-  for (const std::string& caption : buttons) {
-    HostedControl& button =
-        add("CommandButton", "cmd" + caption, left, height - 35, kButtonWidth, 23);
-    button.Control().SetProperty("Caption", caption);
-    ask->buttons.push_back(&button);
-    left += kButtonWidth + 6;
-  }
-  ask->buttons.front()->SetExtender("Default", Variant::Boolean(true));
-  ask->buttons.back()->SetExtender("Cancel", Variant::Boolean(true));
-  host_.SetFocus(ask->text ? ask->text : ask->buttons.front());
-  if (ask->text) CallMethod(ask->text->Control(), "SelectAll", {});
-  ask_ = std::move(ask);
+  auto window = std::make_unique<QuestionWindow>(host_, question, buttons, typed);
+  ask_ = std::make_unique<Ask>(Ask{std::move(window), std::move(then)});
 }
 
-void Designer::Answer(std::string_view caption, std::string_view text) {
+void Designer::Answer(std::string_view caption, std::string_view typed) {
   if (!ask_) return;
-  std::unique_ptr<Ask> ask = std::move(ask_);
-  std::string typed(text);
-  if (ask->text && typed.empty()) typed = ask->text->Control().GetProperty("Text").ToString();
-  if (host_.Holds(*ask->form)) host_.CloseForm(*ask->form);
-  ask->then(std::string(caption), typed);
+  const std::unique_ptr<Ask> ask = std::move(ask_);
+  const std::string text = typed.empty() ? ask->window->Typed() : std::string(typed);
+  ask->window.reset();  // closed before what the answer leads to
+  ask->then(std::string(caption), text);
 }
 
 void Designer::AskFileName(const std::string& caption,
@@ -550,73 +472,28 @@ void Designer::AfterSaving(std::function<void()> then) {
 
 void Designer::RefreshGrid() {
   grid_stale_ = false;
-  entries_.clear();
-  std::vector<PropertyGrid::Row> rows;
   const auto& selected = document_.Selected();
-  HostedControl* control = selected.empty() ? nullptr : selected.front();
-  Form& form = document_.DesignedForm();
-  const auto add = [&](GridEntry entry, const std::string& value) {
-    rows.push_back({entry.property.name, value});
-    entries_.push_back(std::move(entry));
-  };
-  const auto host_entry = [&](std::string_view name, FileValue::Kind kind, bool read_only) {
-    GridEntry entry;
-    entry.property.name = std::string(name);
-    entry.property.type_name = ExtenderType(name, kind);
-    entry.property.help = HostHelp(name);
-    entry.host_property = true;
-    entry.read_only = read_only;
-    return entry;
-  };
-  const auto text_of = [](const ClassInfo& info, const PropertyInfo& property, auto&& get) {
-    try {
-      return ValueText(info, property, get());
-    } catch (const RuntimeError& error) {
-      return std::string("(error ") + std::to_string(error.Number()) + ")";
-    }
-  };
-  if (!control) {
-    selection_label_->Control().SetProperty("Caption", form.Name() + "  (form)");
-    static const ClassInfo kNoClass;
-    for (const OwnProperty<Form>& property : Form::Properties()) {
-      GridEntry entry = host_entry(property.name, property.file.kind, property.set == nullptr);
-      const std::string value =
-          text_of(kNoClass, entry.property, [&] { return property.get(form); });
-      add(std::move(entry), value);
-    }
+  std::string caption;
+  if (selected.empty()) {
+    rows_ = PropertyRowsOf(document_.DesignedForm());
+    caption = document_.DesignedForm().Name() + "  (form)";
   } else {
-    const ClassInfo& info = control->Class();
-    selection_label_->Control().SetProperty(
-        "Caption",
-        control->Name() + "  (" + info.name + ")" +
-            (selected.size() > 1 ? "  and " + std::to_string(selected.size() - 1) + " more" : ""));
-    add(host_entry("Name", FileValue::Kind::String, true), control->Name());
-    for (const OwnProperty<HostedControl>& property : HostedControl::ExtenderProperties()) {
-      if (!property.set || SameName(property.name, "Name")) continue;
-      GridEntry entry = host_entry(property.name, property.file.kind, false);
-      const std::string value =
-          text_of(info, entry.property, [&] { return property.get(*control); });
-      add(std::move(entry), value);
-    }
-    for (const PropertyInfo& property : info.properties) {
-      if (!property.CanRead() || !property.persist) continue;
-      GridEntry entry{property, false, !property.CanWrite()};
-      entry.property.get = nullptr;
-      entry.property.set = nullptr;
-      const std::string value =
-          text_of(info, property, [&] { return property.get(control->Control()); });
-      add(std::move(entry), value);
-    }
+    rows_ = PropertyRowsOf(*selected.front());
+    caption = selected.front()->Name() + "  (" + selected.front()->Class().name + ")";
+    if (selected.size() > 1) caption += "  and " + std::to_string(selected.size() - 1) + " more";
   }
-  grid_->SetRows(std::move(rows));
+  selection_label_->Control().SetProperty("Caption", caption);
+  std::vector<PropertyGrid::Row> shown;
+  for (const PropertyRow& row : rows_) shown.push_back({row.property.name, row.value});
+  grid_->SetRows(std::move(shown));
   ShowEditor();
 }
 
 void Designer::ShowEditor() {
   const int chosen = grid_->Chosen();
-  if (chosen < 0 || chosen >= static_cast<int>(entries_.size())) return;
-  const GridEntry& entry = entries_[static_cast<size_t>(chosen)];
-  const std::string& value = grid_->Rows()[static_cast<size_t>(chosen)].value;
+  if (chosen < 0 || chosen >= static_cast<int>(rows_.size())) return;
+  const PropertyRow& entry = rows_[static_cast<size_t>(chosen)];
+  const std::string& value = entry.value;
   const auto& selected = document_.Selected();
   static const ClassInfo kNoClass;
   const ClassInfo& info = selected.empty() ? kNoClass : selected.front()->Class();
@@ -639,16 +516,16 @@ void Designer::ShowEditor() {
 
 void Designer::ChooseProperty(std::string_view name) {
   if (grid_stale_) RefreshGrid();
-  for (size_t i = 0; i < entries_.size(); ++i) {
-    if (SameName(entries_[i].property.name, name)) grid_->Choose(static_cast<int>(i));
+  for (size_t i = 0; i < rows_.size(); ++i) {
+    if (SameName(rows_[i].property.name, name)) grid_->Choose(static_cast<int>(i));
   }
 }
 
 void Designer::EnterValue(std::string_view text) {
   if (grid_stale_) RefreshGrid();
   const int chosen = grid_->Chosen();
-  if (chosen < 0 || chosen >= static_cast<int>(entries_.size())) return;
-  const GridEntry entry = entries_[static_cast<size_t>(chosen)];
+  if (chosen < 0 || chosen >= static_cast<int>(rows_.size())) return;
+  const PropertyRow entry = rows_[static_cast<size_t>(chosen)];
   if (entry.read_only) return;
   const auto& selected = document_.Selected();
   static const ClassInfo kNoClass;
@@ -686,8 +563,8 @@ void Designer::AfterTurn() {
     document_.EndOutsideEdit();
     Edited();
   }
-  if (ask_ && (ask_->answered || !host_.Holds(*ask_->form))) {
-    Answer(ask_->answered.value_or("Cancel"));
+  if (ask_) {
+    if (const std::optional<std::string> answer = ask_->window->Answer()) Answer(*answer);
   }
   if (!window_) return;
   if (grid_stale_) RefreshGrid();
@@ -698,11 +575,8 @@ void Designer::AfterTurn() {
 void Designer::OnEvent(HostedControl& control, const EventInfo& event,
                        std::span<EventArgument> arguments) {
   if (!window_) return;
-  if (ask_ && &control.Owner() == ask_->form) {
-    if (event.name != "Click") return;
-    for (HostedControl* button : ask_->buttons) {
-      if (button == &control) ask_->answered = button->Control().GetProperty("Caption").ToString();
-    }
+  if (ask_ && ask_->window->Holds(control)) {
+    if (event.name == "Click") ask_->window->Clicked(control);
     return;
   }
   if (&control.Owner() != window_) return;
@@ -719,7 +593,7 @@ void Designer::OnEvent(HostedControl& control, const EventInfo& event,
   }
   if (event.name != "Click") return;
   for (const auto& [button, armed] : toolbox_buttons_) {
-    if (button == &control) Arm(armed);
+    if (button == &control) ToolReleased(control, armed);
   }
   if (dialog_) return;  // the property dialog is open: the form waits for it
   for (HostedControl* button : toolbar_buttons_) {

@@ -12,6 +12,7 @@
 #include <string>
 #include <vector>
 
+#include "designer/PropertyRows.h"
 #include "designer/PropertyText.h"
 #include "kestu/host/DesignDocument.h"
 #include "kestu/host/FormDesigner.h"
@@ -81,15 +82,15 @@ class Designer final : private FormDesigner, private HostObserver {
 
   // The question open now (save changes, a file name), if any.
   bool Asking() const { return static_cast<bool>(ask_); }
-  // Answers it as its button `caption` would, with `text` typed.
-  void Answer(std::string_view caption, std::string_view text = {});
+  // Answers it as its button `caption` would, with `typed` in its box
+  // (nothing: what the box holds).
+  void Answer(std::string_view caption, std::string_view typed = {});
 
   // Between turns of the window loop: lets a finished dialog go and brings
   // the grid and the title up to date.
   void AfterTurn();
 
  private:
-  struct GridEntry;
   struct Ask;
 
   // ---- FormDesigner ----
@@ -110,6 +111,8 @@ class Designer final : private FormDesigner, private HostObserver {
   HostedControl& AddChild(const char* class_name, const std::string& name, int left, int top,
                           int width, int height, HostedControl* container = nullptr);
   void ToolbarCommand(const std::string& name);
+  // A toolbox button let go: armed, or dropped on the form.
+  void ToolReleased(const HostedControl& tool, const std::string& class_name);
 
   void PressOnForm(int x, int y, int16_t button, int16_t shift, bool double_click);
   void DragOnForm(int x, int y);
@@ -134,7 +137,7 @@ class Designer final : private FormDesigner, private HostObserver {
   void AskFileName(const std::string& caption, std::function<void(std::filesystem::path)> then);
   void AskQuestion(const std::string& question, std::vector<std::string> buttons,
                    std::function<void(const std::string&, const std::string&)> then,
-                   std::optional<std::string> text = std::nullopt);
+                   std::optional<std::string> typed = std::nullopt);
   void OpenFile(const std::filesystem::path& path);
   // Closes every window of the host: the loop ends.
   void CloseEverything();
@@ -153,13 +156,12 @@ class Designer final : private FormDesigner, private HostObserver {
   HostedControl* status_label_ = nullptr;
   std::vector<HostedControl*> toolbar_buttons_;
   std::vector<std::pair<HostedControl*, std::string>> toolbox_buttons_;
-  std::vector<GridEntry> entries_;
+  std::vector<PropertyRow> rows_;
   std::string armed_;
   std::string status_;
   std::vector<DesignMark> marks_;
   std::unique_ptr<PropertyDialog> dialog_;
   std::unique_ptr<Ask> ask_;
-  std::unique_ptr<Ask> finished_ask_;
 
   // What a press on the form started.
   enum class Drag { None, Move, Resize, Draw, Band };

@@ -57,6 +57,22 @@ TEST_F(DesignerTest, ToolsDrawControlsOnTheGridAndIntoContainers) {
   EXPECT_EQ(button.Bounds().width, button.Class().default_width);
   EXPECT_EQ(button.Name(), "KestuActiveCommand1");
 
+  // A tool dragged from the toolbox and let go over the form drops a
+  // control there; let go over itself, it is only armed.
+  Designed().MoveOnScreen(700, 0);
+  HostedControl& tool = *designer_.Window().FindControl("tbxKestuLine3D");
+  const PixelRect at = tool.PixelBoundsOnForm();
+  host_.User().PointerDown(designer_.Window(), at.left + 4, at.top + 4, button::kLeft, 0);
+  host_.User().PointerUp(designer_.Window(), 700 + 240, 150, button::kLeft, 0);
+  HostedControl& line = *designer_.Document().Selected().at(0);
+  EXPECT_EQ(line.Name(), "KestuLine3D1");
+  EXPECT_EQ(line.Bounds().left, 240 * 15);
+  EXPECT_EQ(designer_.Armed(), "");
+  host_.User().PointerDown(designer_.Window(), at.left + 4, at.top + 4, button::kLeft, 0);
+  host_.User().PointerUp(designer_.Window(), at.left + 5, at.top + 5, button::kLeft, 0);
+  EXPECT_EQ(designer_.Armed(), "KestuLine3D");
+  designer_.Arm("");
+
   // The selection shows a frame and three handles over the form.
   host_.User().PointerDown(Designed(), 5, 5, button::kLeft, 0);
   host_.User().PointerUp(Designed(), 5, 5, button::kLeft, 0);
@@ -99,6 +115,14 @@ TEST_F(DesignerTest, TheGridShowsAndAssignsTheFirstSelectedControlsProperties) {
   designer_.AfterTurn();
   EXPECT_EQ(designer_.Grid().Rows()[static_cast<size_t>(designer_.Grid().Chosen())].value,
             "Highlight");
+
+  // The name is given once, when the control is placed.
+  const std::vector<PropertyGrid::Row>& rows = designer_.Grid().Rows();
+  EXPECT_EQ(rows.at(0).name, "Name");
+  EXPECT_EQ(rows.at(1).name, "Left");
+  designer_.ChooseProperty("Name");
+  designer_.EnterValue("Renamed");
+  EXPECT_EQ(button.Name(), "KestuActiveCommand1");
 
   // A value the control refuses is the control's own error; nothing changes.
   const std::string before = Text();

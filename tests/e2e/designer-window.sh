@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # kestu-designer in real windows, driven with xdotool as a form's author
-# would: a number box, a command button and a toolbar with two buttons
-# placed from the toolbox; a tip set in the grid and a caption through the
+# would: a number box dragged out of the toolbox, a command button drawn
+# and a toolbar with two buttons clicked in; a tip set in the grid and a caption through the
 # button's property page; saved, and the file's bags read back in
 # kestu-script; a deletion undone gives back the saved file byte for byte;
 # Run shows the form running, where a click raises the button's event.
@@ -24,14 +24,18 @@ wait_for "the windows apart" sh -c "xdotool getwindowgeometry $form | grep -q 'P
 # row at y 12, the toolbox's tools 26 pixels apart from y 45 at x 90 in
 # name order (the pointer first), the grid's rows 16 pixels apart from
 # y 50, the value's box at y 322.
-tool() {  # NAME: arms the toolbox's tool
+tool_at() {  # NAME: the toolbox's tool's y in tool_y
   local i=0 name
   for name in Pointer KestuActiveCommand KestuCopyFile KestuLine3D KestuNumberEdit \
               KestuPanel3D KestuTBBar KestuTBButton KestuTBSeparator KestuTextEdit; do
     [ "$name" = "$1" ] && break
     i=$((i + 1))
   done
-  xdotool mousemove --window "$main" 90 $((45 + 26 * i)) click 1
+  tool_y=$((45 + 26 * i))
+}
+tool() {  # NAME: arms the toolbox's tool
+  tool_at "$1"
+  xdotool mousemove --window "$main" 90 "$tool_y" click 1
 }
 draw() {  # X1 Y1 X2 Y2 on the form
   xdotool mousemove --window "$form" "$1" "$2" mousedown 1
@@ -45,8 +49,11 @@ saved() {  # waits for the form's file to be written anew
   wait_for "the file saved" sh -c "[ -s '$work/form.json' ] && ! cmp -s '$work/form.json' form.json.before"
 }
 
-tool KestuNumberEdit
-draw 20 60 140 84
+# The number box dragged out of the toolbox onto the form.
+tool_at KestuNumberEdit
+xdotool mousemove --window "$main" 90 "$tool_y" mousedown 1
+xdotool mousemove --window "$main" 300 200
+xdotool mousemove --window "$form" 20 60 mouseup 1
 tool KestuActiveCommand
 draw 20 120 140 150
 tool KestuTBBar
@@ -98,7 +105,7 @@ diff -u "$here/designer-window.expected" bags.txt || fail "the saved file's bags
 [ "$(grep -c '"Controls"' first.json)" = 2 ] || fail "the buttons are not inside the toolbar"
 
 # A deletion, saved, then undone and saved again: the first file again.
-xdotool mousemove --window "$form" 30 72 click 1
+xdotool mousemove --window "$form" 30 70 click 1
 xdotool key Delete
 saved
 cmp -s first.json "$work/form.json" && fail "the deletion changed nothing"
