@@ -1,6 +1,8 @@
 #include "designer/Designer.h"
 
 #include <algorithm>
+#include <array>
+#include <fstream>
 #include <nlohmann/json.hpp>
 
 #include "designer/PropertyGrid.h"
@@ -15,6 +17,7 @@
 #include "kestu/host/FormFile.h"
 #include "kestu/host/Host.h"
 #include "kestu/host/PropertyDialog.h"
+#include "raster/Clip.h"
 
 namespace kestu {
 
@@ -88,16 +91,43 @@ PixelRect Frame(const PixelRect& r) {
   return {r.left - 1, r.top - 1, r.right + 1, r.bottom + 1};
 }
 
-PixelRect Handle(int x, int y) {
-  return {x - kHandle / 2, y - kHandle / 2, x + kHandle / 2, y + kHandle / 2};
-}
-
-bool Inside(const PixelRect& r, int x, int y) {
-  return x >= r.left && x < r.right && y >= r.top && y < r.bottom;
+// The sizing handles of a control at `r`: each square and the edges it
+// drags (1 the right, 2 the bottom, 3 both). Only these size a control,
+// so only these are drawn.
+struct SizingHandle {
+  PixelRect square;
+  int edges;
+};
+std::array<SizingHandle, 3> HandlesOf(const PixelRect& r) {
+  const auto square = [](int x, int y) {
+    return PixelRect{x - kHandle / 2, y - kHandle / 2, x + kHandle / 2, y + kHandle / 2};
+  };
+  return {{{square(r.right, r.bottom), 3},
+           {square(r.right, (r.top + r.bottom) / 2), 1},
+           {square((r.left + r.right) / 2, r.bottom), 2}}};
 }
 
 bool Overlaps(const PixelRect& a, const PixelRect& b) {
-  return a.left < b.right && b.left < a.right && a.top < b.bottom && b.top < a.bottom;
+  return !IsEmpty(Intersect(a, b));
+}
+
+// Form names the designer's own windows take: a form file of one of these
+// names would replace one of them.
+bool ReservedFormName(std::string_view name) {
+  for (const char* own :
+       {Designer::kFormName, QuestionWindow::kFormName, PropertyDialog::kFormName}) {
+    if (SameName(name, own)) return true;
+  }
+  return false;
+}
+
+// The name of the form a form file holds, without loading it; nothing
+// when the file cannot say (loading it will say why).
+std::optional<std::string> FormNameIn(const std::filesystem::path& path) {
+  std::ifstream in(path);
+  const nlohmann::json file = nlohmann::json::parse(in, nullptr, /*allow_exceptions=*/false);
+  if (!file.is_object() || !file.contains("Name") || !file["Name"].is_string()) return {};
+  return file["Name"].get<std::string>();
 }
 
 }  // namespace
@@ -113,11 +143,12 @@ Designer::Designer(Host& host, const std::filesystem::path& file) : host_(host),
   document_.SetFormDesigner(this);
   try {
     BuildWindow();
-    if (!file.empty() && std::filesystem::exists(file)) document_.Open(file);
+    if (!file.empty() && std::filesystem::exists(file)) OpenChecked(file);
   } catch (...) {
-    // The forms stay with the host: none may point at a designer that
-    // never was.
+    // Nothing may point at a designer that never was: its window goes,
+    // and the designed form stays with the host without it.
     document_.SetFormDesigner(nullptr);
+    if (window_ && host_.Holds(*window_)) host_.CloseForm(*window_);
     throw;
   }
   file_ = file;
@@ -266,9 +297,17 @@ void Designer::OpenForm() {
   });
 }
 
+void Designer::OpenChecked(const std::filesystem::path& path) {
+  if (const std::optional<std::string> name = FormNameIn(path); name && ReservedFormName(*name)) {
+    throw std::invalid_argument(path.string() + ": the form's name " + *name +
+                                " is one of the designer's own windows; rename the form");
+  }
+  document_.Open(path);
+}
+
 void Designer::OpenFile(const std::filesystem::path& path) {
   Try([&] {
-    document_.Open(path);
+    OpenChecked(path);
     file_ = path;
     SetStatus("Opened " + path.string());
   });
@@ -308,7 +347,7 @@ void Designer::Redo() {
 
 void Designer::Copy() {
   if (document_.Selected().empty()) return;
-  host_.SetClipboardText(document_.CopySelection());
+  Try([&] { host_.SetClipboardText(document_.CopySelection()); });
 }
 
 void Designer::Cut() {
@@ -336,21 +375,17 @@ void Designer::ShowPages() {
   }
   // The dialog's applies are one edit: undone together.
   document_.BeginOutsideEdit();
-  try {
-    dialog_ = std::make_unique<PropertyDialog>(host_, document_.Selected());
-  } catch (...) {
-    document_.EndOutsideEdit();
-    throw;
-  }
+  Try([&] { dialog_ = std::make_unique<PropertyDialog>(host_, document_.Selected()); });
+  if (!dialog_) document_.EndOutsideEdit();
 }
 
 void Designer::Run() {
-  Form& designed = document_.DesignedForm();
-  nlohmann::ordered_json form = nlohmann::ordered_json::parse(FormFileText(host_, designed));
-  const std::string name = designed.Name() + kRunFormSuffix;
-  form["Name"] = name;
-  form["Caption"] = designed.Caption() + " (Run)";
   Try([&] {
+    Form& designed = document_.DesignedForm();
+    nlohmann::ordered_json form = nlohmann::ordered_json::parse(FormFileText(host_, designed));
+    const std::string name = designed.Name() + kRunFormSuffix;
+    form["Name"] = name;
+    form["Caption"] = designed.Caption() + " (Run)";
     const Host::UserModeScope run(host_, true);
     LoadFormText(host_, form.dump(), name);
   });
@@ -375,8 +410,8 @@ void Designer::ToolReleased(const HostedControl& tool, const std::string& class_
   const POINTAPI at = host_.CursorPos();
   const PixelRect form = document_.DesignedForm().ScreenRect();
   const std::optional<PixelRect> own = host_.WindowScreenRect(tool.hWnd());
-  if (class_name.empty() || dialog_ || ask_ || !Inside(form, at.x, at.y)) return;
-  if (own && Inside(*own, at.x, at.y)) return;
+  if (class_name.empty() || dialog_ || ask_ || !Contains(form, at.x, at.y)) return;
+  if (own && Contains(*own, at.x, at.y)) return;
   press_x_ = at.x - form.left;
   press_y_ = at.y - form.top;
   PlaceDrawn({press_x_, press_y_, press_x_, press_y_});
@@ -456,15 +491,16 @@ void Designer::AfterSaving(std::function<void()> then) {
               [this, then = std::move(then)](const std::string& button, const std::string&) {
                 if (button == "No") then();
                 if (button != "Yes") return;
-                if (!file_.empty()) {
-                  SaveTo(file_);
-                  if (!document_.Modified()) then();
-                  return;
-                }
-                AskFileName("Save As", [this, then](const std::filesystem::path& path) {
+                // Going on only once saved: a save that failed keeps the form.
+                const auto save_then = [this, then](const std::filesystem::path& path) {
                   SaveTo(path);
                   if (!document_.Modified()) then();
-                });
+                };
+                if (file_.empty()) {
+                  AskFileName("Save As", save_then);
+                } else {
+                  save_then(file_);
+                }
               });
 }
 
@@ -494,10 +530,7 @@ void Designer::ShowEditor() {
   if (chosen < 0 || chosen >= static_cast<int>(rows_.size())) return;
   const PropertyRow& entry = rows_[static_cast<size_t>(chosen)];
   const std::string& value = entry.value;
-  const auto& selected = document_.Selected();
-  static const ClassInfo kNoClass;
-  const ClassInfo& info = selected.empty() ? kNoClass : selected.front()->Class();
-  const PropertyEditor editor = EditorFor(info, entry.property);
+  const PropertyEditor editor = EditorFor(SelectedClass(), entry.property);
   filling_editor_ = true;
   value_box_->Control().SetProperty("Text", value);
   value_box_->Control().SetProperty("Enabled", Variant::Boolean(!entry.read_only));
@@ -522,26 +555,21 @@ void Designer::ChooseProperty(std::string_view name) {
 }
 
 void Designer::EnterValue(std::string_view text) {
+  if (dialog_ || ask_) return;  // the form waits for the window open on it
   if (grid_stale_) RefreshGrid();
   const int chosen = grid_->Chosen();
   if (chosen < 0 || chosen >= static_cast<int>(rows_.size())) return;
   const PropertyRow entry = rows_[static_cast<size_t>(chosen)];
   if (entry.read_only) return;
-  const auto& selected = document_.Selected();
-  static const ClassInfo kNoClass;
-  const ClassInfo& info = selected.empty() ? kNoClass : selected.front()->Class();
   const std::filesystem::path base =
       file_.empty() ? std::filesystem::current_path() : file_.parent_path();
   SetStatus("");
   Try([&] {
-    const Variant value = ParseValue(info, entry.property, text, base);
-    if (selected.empty()) {
+    const Variant value = ParseValue(SelectedClass(), entry.property, text, base);
+    if (document_.Selected().empty()) {
       document_.SetFormProperty(entry.property.name, value);
-      return;
-    }
-    // Each selected control takes the value, as one edit per control.
-    for (HostedControl* control : std::vector<HostedControl*>(selected)) {
-      document_.SetProperty(*control, entry.property.name, value);
+    } else {
+      document_.SetSelectedProperty(entry.property.name, value);
     }
   });
 }
@@ -580,6 +608,12 @@ void Designer::OnEvent(HostedControl& control, const EventInfo& event,
     return;
   }
   if (&control.Owner() != window_) return;
+  if (event.name == "Click") {
+    for (const auto& [button, armed] : toolbox_buttons_) {
+      if (button == &control) ToolReleased(control, armed);
+    }
+  }
+  if (dialog_) return;  // the property dialog is open: the form waits for it
   if (&control == value_list_ && event.name == "Click" && !filling_editor_) {
     const std::string chosen = control.Control().GetProperty("Text").ToString();
     if (!chosen.empty()) EnterValue(chosen);
@@ -592,10 +626,6 @@ void Designer::OnEvent(HostedControl& control, const EventInfo& event,
     return;
   }
   if (event.name != "Click") return;
-  for (const auto& [button, armed] : toolbox_buttons_) {
-    if (button == &control) ToolReleased(control, armed);
-  }
-  if (dialog_) return;  // the property dialog is open: the form waits for it
   for (HostedControl* button : toolbar_buttons_) {
     if (button == &control) ToolbarCommand(control.Name());
   }
@@ -700,6 +730,11 @@ void Designer::PointerAt(Pointer action, int x, int y, int16_t buttons, int16_t 
       break;
     case Pointer::Up:
       if (buttons == button::kLeft) ReleaseOnForm(x, y);
+      // The menu opens on the release, as a context menu does: its own
+      // loop would otherwise take the release away from the host.
+      if (buttons == button::kRight) {
+        if (HostedControl* hit = document_.ControlAt(x, y)) ContextMenu(*hit);
+      }
       break;
   }
 }
@@ -712,7 +747,6 @@ void Designer::PressOnForm(int x, int y, int16_t button, int16_t shift, bool dou
   if (button == button::kRight) {
     if (hit && !document_.IsSelected(*hit)) document_.Select(*hit);
     Edited();
-    if (hit) ContextMenu(*hit);
     return;
   }
   if (button != button::kLeft) return;
@@ -727,21 +761,15 @@ void Designer::PressOnForm(int x, int y, int16_t button, int16_t shift, bool dou
     return;
   }
   for (HostedControl* control : document_.Selected()) {
-    const PixelRect r = control->PixelBoundsOnForm();
-    const int mid_x = (r.left + r.right) / 2;
-    const int mid_y = (r.top + r.bottom) / 2;
-    if (Inside(Handle(r.right, r.bottom), x, y))
-      handle_ = 3;
-    else if (Inside(Handle(r.right, mid_y), x, y))
-      handle_ = 1;
-    else if (Inside(Handle(mid_x, r.bottom), x, y))
-      handle_ = 2;
-    else
-      continue;
-    drag_ = Drag::Resize;
-    return;
+    for (const SizingHandle& handle : HandlesOf(control->PixelBoundsOnForm())) {
+      if (!Contains(handle.square, x, y)) continue;
+      handle_ = handle.edges;
+      drag_ = Drag::Resize;
+      return;
+    }
   }
   const bool adding = (shift & (shift::kShift | shift::kCtrl)) != 0;
+  band_adds_ = adding;
   if (!hit) {
     if (!adding) document_.ClearSelection();
     drag_ = Drag::Band;
@@ -770,13 +798,16 @@ void Designer::ReleaseOnForm(int x, int y) {
       if (dx != 0 || dy != 0) Try([&] { document_.MoveSelection(dx, dy); });
       break;
     case Drag::Resize:
-      Try([&] { document_.ResizeSelection(handle_ & 1 ? dx : 0, handle_ & 2 ? dy : 0); });
+      // A handle pressed and let go where it was sizes nothing: no edit.
+      if (dx != 0 || dy != 0) {
+        Try([&] { document_.ResizeSelection(handle_ & 1 ? dx : 0, handle_ & 2 ? dy : 0); });
+      }
       break;
     case Drag::Draw:
       PlaceDrawn(Normalized(press_x_, press_y_, x, y));
       break;
     case Drag::Band:
-      SelectInside(Normalized(press_x_, press_y_, x, y), false);
+      SelectInside(Normalized(press_x_, press_y_, x, y), band_adds_);
       break;
     case Drag::None:
       break;
@@ -801,9 +832,7 @@ void Designer::PlaceDrawn(const PixelRect& drawn) {
   HostedControl* container = ContainerAt(press_x_, press_y_);
   const PixelRect origin = container ? container->PixelBoundsOnForm() : PixelRect{};
   const int grid = document_.Grid();
-  const auto snap = [grid](int twips) {
-    return grid > 0 ? (twips + grid / 2) / grid * grid : twips;
-  };
+  const auto snap = [this](int twips) { return document_.Snap(twips); };
   TwipsRect rect{snap((drawn.left - origin.left) * tx), snap((drawn.top - origin.top) * ty),
                  snap((drawn.right - drawn.left) * tx), snap((drawn.bottom - drawn.top) * ty)};
   // A click without a rectangle places the class's own size there.
@@ -851,6 +880,12 @@ void Designer::ContextMenu(HostedControl& control) {
   }
 }
 
+const ClassInfo& Designer::SelectedClass() const {
+  static const ClassInfo kForm;  // the form's properties: no enumerations of a class
+  const auto& selected = document_.Selected();
+  return selected.empty() ? kForm : selected.front()->Class();
+}
+
 void Designer::UpdateMarks() {
   std::vector<DesignMark> marks;
   const int dx = drag_x_ - press_x_;
@@ -858,11 +893,8 @@ void Designer::UpdateMarks() {
   for (HostedControl* control : document_.Selected()) {
     const PixelRect r = control->PixelBoundsOnForm();
     marks.push_back({Frame(r), kFrameColor, false});
-    const int mid_x = (r.left + r.right) / 2;
-    const int mid_y = (r.top + r.bottom) / 2;
-    for (const PixelRect& handle :
-         {Handle(r.right, mid_y), Handle(mid_x, r.bottom), Handle(r.right, r.bottom)}) {
-      marks.push_back({handle, kHandleColor, true});
+    for (const SizingHandle& handle : HandlesOf(r)) {
+      marks.push_back({handle.square, kHandleColor, true});
     }
     // Where the drag would put it: an outline, the control moving only
     // when the button comes up, as one edit.

@@ -139,6 +139,12 @@ class Designer final : private FormDesigner, private HostObserver {
                    std::function<void(const std::string&, const std::string&)> then,
                    std::optional<std::string> typed = std::nullopt);
   void OpenFile(const std::filesystem::path& path);
+  // Opens `path`, refusing a form named as one of the designer's own
+  // windows, which it would replace.
+  void OpenChecked(const std::filesystem::path& path);
+  // The class of the first selected control, whose grid is shown; an
+  // empty class for the form.
+  const ClassInfo& SelectedClass() const;
   // Closes every window of the host: the loop ends.
   void CloseEverything();
   void SaveTo(const std::filesystem::path& path);
@@ -166,7 +172,8 @@ class Designer final : private FormDesigner, private HostObserver {
   // What a press on the form started.
   enum class Drag { None, Move, Resize, Draw, Band };
   Drag drag_ = Drag::None;
-  int handle_ = 0;  // for Resize: 1 right, 2 bottom, 3 both
+  int handle_ = 0;          // for Resize: 1 right, 2 bottom, 3 both
+  bool band_adds_ = false;  // for Band: Shift or Ctrl was held, the band adds
   int press_x_ = 0;
   int press_y_ = 0;
   int drag_x_ = 0;

@@ -81,7 +81,7 @@ void PropertyGrid::UserControl_KeyDown(int16_t& key_code, int16_t& /*shift*/) {
 
 void PropertyGrid::UserControl_MouseDown(int16_t& button, int16_t& /*shift*/, float& /*x*/,
                                          float& y) {
-  if (button != 1) return;
+  if (button != button::kLeft) return;
   const int row = top_ + static_cast<int>(y) / std::max(1, ScreenTwipsPerPixelY()) / kRowHeight;
   if (row < static_cast<int>(rows_.size())) Choose(row);
 }

@@ -107,9 +107,23 @@ void SdlDesktop::SyncWindows() {
     windows_.push_back(std::make_unique<FormWindow>(host_, *form));
     // A form that comes up active gives the focus to its first control
     // that can take it.
-    if (host_.ActiveForm() == form.get() && !host_.Focused()) {
+    if (host_.ActiveForm() == form.get() && !host_.Focused() && !form->Designer()) {
       host_.RunReportingErrors([&] { host_.User().MoveFocus(*form, false); });
     }
+  }
+}
+
+void SdlDesktop::CloseAllForms() {
+  quit_ = false;
+  // A program asked first may keep its forms (a designer with unsaved
+  // changes asks the user); the loop then goes on.
+  std::vector<Form*> forms;
+  for (const auto& form : host_.Forms()) forms.push_back(form.get());
+  for (Form* form : forms) {
+    if (!host_.Holds(*form)) continue;
+    bool close = true;
+    if (close_request_) host_.RunReportingErrors([&] { close = close_request_(*form); });
+    if (close && host_.Holds(*form)) host_.CloseForm(*form);
   }
 }
 
@@ -118,7 +132,7 @@ void SdlDesktop::RebindReplacedForms() {
     if (FormOf(*window)) continue;
     const std::string& name = window->ShownName();
     for (const auto& form : host_.Forms()) {
-      if (form->Name() == name && !WindowOf(*form)) {
+      if (SameName(form->Name(), name) && !WindowOf(*form)) {
         window->Rebind(*form);
         break;
       }
@@ -207,9 +221,7 @@ bool SdlDesktop::RunOnce(int wait_ms) {
     Dispatch(event);
     return !quit_;
   });
-  if (quit_) {
-    while (!host_.Forms().empty()) host_.CloseForm(*host_.Forms().back());
-  }
+  if (quit_) CloseAllForms();
   RunDueTimers();
   SyncWindows();
   PresentAll();

@@ -151,6 +151,13 @@ void DesignDocument::DeleteSelection() {
   });
 }
 
+void DesignDocument::SetSelectedProperty(std::string_view name, const Variant& value) {
+  const std::vector<HostedControl*> selected = selection_;
+  Change([&] {
+    for (HostedControl* control : selected) Assign(*control, name, value);
+  });
+}
+
 void DesignDocument::SetFormProperty(std::string_view name, const Variant& value) {
   Change([&] { form_->SetProperty(name, value); });
 }
@@ -175,13 +182,15 @@ void DesignDocument::Keep(Snapshot before) {
 
 void DesignDocument::SetProperty(HostedControl& control, std::string_view name,
                                  const Variant& value) {
-  Change([&] {
-    if (HostedControl::ExtenderName(name)) {
-      control.SetExtender(name, value);
-    } else {
-      control.Control().SetProperty(name, value);
-    }
-  });
+  Change([&] { Assign(control, name, value); });
+}
+
+void DesignDocument::Assign(HostedControl& control, std::string_view name, const Variant& value) {
+  if (HostedControl::ExtenderName(name)) {
+    control.SetExtender(name, value);
+  } else {
+    control.Control().SetProperty(name, value);
+  }
 }
 
 std::vector<HostedControl*> DesignDocument::Paste(std::string_view text, HostedControl* container) {

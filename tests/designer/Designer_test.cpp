@@ -8,12 +8,14 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <fstream>
 
 #include "designer/PropertyGrid.h"
 #include "kestu/foundation/Keys.h"
 #include "kestu/host/FormFile.h"
 #include "kestu/host/Host.h"
 #include "kestu/host/PropertyDialog.h"
+#include "kestu/host/Snapshot.h"
 
 namespace kestu {
 namespace {
@@ -73,12 +75,33 @@ TEST_F(DesignerTest, ToolsDrawControlsOnTheGridAndIntoContainers) {
   EXPECT_EQ(designer_.Armed(), "KestuLine3D");
   designer_.Arm("");
 
-  // The selection shows a frame and three handles over the form.
+  // A band selects what it touches; with Shift it adds to the selection.
   host_.User().PointerDown(Designed(), 5, 5, button::kLeft, 0);
   host_.User().PointerUp(Designed(), 5, 5, button::kLeft, 0);
   EXPECT_TRUE(designer_.Document().Selected().empty());
-  Drag(30, 30, 50, 50);
-  EXPECT_EQ(designer_.Document().Selected().at(0), &panel);
+  Drag(200, 140, 260, 160);
+  EXPECT_EQ(designer_.Document().Selected().at(0), &line);
+  Drag(10, 10, 30, 30, shift::kShift);
+  ASSERT_EQ(designer_.Document().Selected().size(), 2u);
+  EXPECT_EQ(designer_.Document().Selected().at(1), &panel);
+
+  // The selection shows a frame and black handles over the form.
+  const PixelRect r = panel.PixelBoundsOnForm();
+  const Raster picture = RenderForm(host_, Designed());
+  EXPECT_EQ(picture.GetPixel(r.right, r.bottom), 0x000000u);
+  EXPECT_EQ(picture.GetPixel(r.left - 1, r.top + 20), 0x000080u);
+}
+
+TEST_F(DesignerTest, TheContextMenuOpensOnTheRelease) {
+  Draw("KestuPanel3D", 16, 16, 96, 64);
+  Key(key::kEscape);
+  host_.QueuePopupAnswer(4);  // Delete
+  host_.User().PointerDown(Designed(), 40, 40, button::kRight, 0);
+  EXPECT_FALSE(Designed().Controls().empty()) << "nothing on the press";
+  host_.User().PointerUp(Designed(), 40, 40, button::kRight, 0);
+  EXPECT_TRUE(Designed().Controls().empty());
+  // The host saw the button go up: the next left press is an ordinary one.
+  EXPECT_FALSE(host_.User().ButtonsHeld());
 }
 
 TEST_F(DesignerTest, MouseAndKeysMoveAndSizeAsOneEditEach) {
@@ -103,6 +126,15 @@ TEST_F(DesignerTest, MouseAndKeysMoveAndSizeAsOneEditEach) {
   EXPECT_EQ(Text(), placed);
   Key('Y', shift::kCtrl);
   EXPECT_EQ(designer_.Document().Selected().at(0)->Bounds().left, 480);
+
+  // A handle pressed and let go in place sizes nothing, even off the grid.
+  designer_.Document().SetGrid(0);
+  Key(key::kRight, shift::kShift);  // one pixel wider: off the grid
+  designer_.Document().SetGrid(120);
+  const std::string nudged = Text();
+  const PixelRect now = designer_.Document().Selected().at(0)->PixelBoundsOnForm();
+  Drag(now.right, now.bottom, now.right, now.bottom);
+  EXPECT_EQ(Text(), nudged);
 }
 
 TEST_F(DesignerTest, TheGridShowsAndAssignsTheFirstSelectedControlsProperties) {
@@ -132,6 +164,20 @@ TEST_F(DesignerTest, TheGridShowsAndAssignsTheFirstSelectedControlsProperties) {
   designer_.EnterValue("lots");
   EXPECT_EQ(designer_.StatusText().rfind("Error 380 ", 0), 0u) << designer_.StatusText();
   EXPECT_EQ(Text(), before);
+
+  // Every selected control takes the value, as one edit.
+  HostedControl& other = Draw("KestuActiveCommand", 16, 60, 112, 84);
+  designer_.Document().Select(*Designed().FindControl("KestuActiveCommand1"), true);
+  designer_.ChooseProperty("Caption");
+  designer_.EnterValue("Both");
+  EXPECT_EQ(other.Control().GetProperty("Caption").ToString(), "Both");
+  EXPECT_EQ(
+      Designed().FindControl("KestuActiveCommand1")->Control().GetProperty("Caption").ToString(),
+      "Both");
+  Key('Z', shift::kCtrl);
+  EXPECT_EQ(
+      Designed().FindControl("KestuActiveCommand2")->Control().GetProperty("Caption").ToString(),
+      "KestuActiveCommand2");
 
   // With nothing selected the grid is the form's.
   Key(key::kEscape);
@@ -165,6 +211,16 @@ TEST_F(DesignerTest, ChangesAreNotLostWithoutAsking) {
   designer_.Answer("OK", file.string());
   EXPECT_EQ(Designed().Controls().size(), 1u);
   EXPECT_EQ(designer_.Title(), "Kestu Designer - kestu-designer-test.json");
+
+  // A form named as one of the designer's own windows would replace it.
+  {
+    std::ofstream out(file);
+    out << R"({"Name": "designer", "Controls": []})";
+  }
+  designer_.OpenForm();
+  designer_.Answer("OK", file.string());
+  EXPECT_NE(designer_.StatusText().find("the designer's own windows"), std::string::npos);
+  EXPECT_EQ(Designed().Controls().size(), 1u);
   std::filesystem::remove(file);
 
   // Quitting a modified form asks too; No closes every window.

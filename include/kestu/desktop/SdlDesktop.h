@@ -62,8 +62,9 @@ class SdlDesktop final : public Desktop {
   // where there is no display to keep to).
   void SetFrameRate(int frames_per_second) { frames_per_second_ = frames_per_second; }
 
-  // Asked when the user closes `form`'s window: false keeps it open (a
-  // designer asks first whether to save). Without one the form closes.
+  // Asked when the user closes `form`'s window, and for every form when
+  // the system asks the program to quit: false keeps it open (a designer
+  // asks first whether to save). Without one the form closes.
   using CloseRequest = std::function<bool(Form&)>;
   void SetCloseRequest(CloseRequest request) { close_request_ = std::move(request); }
 
@@ -96,6 +97,9 @@ class SdlDesktop final : public Desktop {
   // A window whose form was replaced by one of the same name shows the
   // new one.
   void RebindReplacedForms();
+  // The system asked to quit: every form closes that the close request
+  // lets go.
+  void CloseAllForms();
   // Opens a window for each tool window the host shows, moves those that
   // stay and closes the others.
   void SyncToolWindows();

@@ -71,6 +71,9 @@ class DesignDocument {
   // Assigns a property of `control`: its own or its extender's (Left,
   // Visible, ToolTipText, ...). A refused value changes nothing.
   void SetProperty(HostedControl& control, std::string_view name, const Variant& value);
+  // Assigns a property of every selected control, as one edit: when one
+  // refuses the value, none keeps it.
+  void SetSelectedProperty(std::string_view name, const Variant& value);
   // Assigns a property of the designed form itself (Caption, BackColor,
   // ...).
   void SetFormProperty(std::string_view name, const Variant& value);
@@ -103,6 +106,9 @@ class DesignDocument {
   // In twips; 0 is no grid, below 0 is error 380.
   int Grid() const { return grid_; }
   void SetGrid(int twips);
+  // `twips` on the nearest grid line, halves away from the left and top
+  // (as it is without a grid).
+  int Snap(int twips) const;
 
   // ---- Selection ----
   // Controls of the designed form. An undo, a redo, an Open or a New makes
@@ -132,6 +138,8 @@ class DesignDocument {
   template <typename Edit>
   void Change(Edit&& edit);
   Snapshot Take();
+  // A property of the control's own, or of its extender.
+  static void Assign(HostedControl& control, std::string_view name, const Variant& value);
   // Keeps `before` for undo when the form's file changed since.
   void Keep(Snapshot before);
   // The form again as `snapshot` holds it, in design mode.
@@ -140,7 +148,6 @@ class DesignDocument {
   void Adopt(Form& form);
   // The selected controls not inside another selected one.
   std::vector<HostedControl*> SelectionRoots() const;
-  int Snap(int twips) const;
 
   Host& host_;
   Form* form_ = nullptr;

@@ -53,10 +53,10 @@ class FormPicture {
     int left;
     int right;
   };
-  // Calls `paint(left, right)` for each part of [left, right) that nothing
-  // painted before on this row covers, then counts it as covered.
   // The marks' pixels on row `y`, clipped to the picture.
   void PaintMarks(int y, Rgb* out) const;
+  // Calls `paint(left, right)` for each part of [left, right) that nothing
+  // painted before on this row covers, then counts it as covered.
   template <typename Paint>
   void PaintUncovered(int left, int right, Paint&& paint) const;
 
