@@ -5,6 +5,7 @@
 #include <fstream>
 #include <nlohmann/json.hpp>
 
+#include "designer/PixelLayout.h"
 #include "designer/PropertyGrid.h"
 #include "designer/PropertyRows.h"
 #include "designer/QuestionWindow.h"
@@ -61,12 +62,6 @@ constexpr Command kCommands[] = {
     {"tbPages", "Properties", 72, "Property pages (F4 or a double-click)"},
     {"tbRun", "Run", 40, "Run the form (F5)"},
 };
-
-const ClassInfo& NeededClass(const char* name) {
-  const ClassInfo* info = ControlRegistry::Instance().Find(name);
-  if (!info) throw std::logic_error(std::string("the designer needs the ") + name);
-  return *info;
-}
 
 // A toolbar button sizes itself to its picture when placed: the
 // designer's carry captions, so they keep the size they were given.
@@ -172,10 +167,7 @@ std::string Designer::Title() const {
 
 HostedControl& Designer::AddChild(const char* class_name, const std::string& name, int left,
                                   int top, int width, int height, HostedControl* container) {
-  const int tx = host_.TwipsPerPixelX();
-  const int ty = host_.TwipsPerPixelY();
-  return host_.NewControl(*window_, NeededClass(class_name), name,
-                          TwipsRect{left * tx, top * ty, width * tx, height * ty}, container);
+  return PlaceInPixels(host_, *window_, class_name, name, left, top, width, height, container);
 }
 
 void Designer::BuildWindow() {
@@ -238,10 +230,8 @@ void Designer::BuildInspector(int left, int top) {
   selection_label_ = &AddChild("Label", "lblSelection", left, top, width, 16);
   top += 18;
   const int grid_height = kGridRows * PropertyGrid::kRowHeight + 2;
-  const int tx = host_.TwipsPerPixelX();
-  const int ty = host_.TwipsPerPixelY();
-  grid_site_ = &host_.NewControl(*window_, PropertyGrid::Info(), "grdProperties",
-                                 TwipsRect{left * tx, top * ty, width * tx, grid_height * ty});
+  grid_site_ = &PlaceInPixels(host_, *window_, PropertyGrid::Info(), "grdProperties", left, top,
+                              width, grid_height);
   grid_ = static_cast<PropertyGrid*>(&grid_site_->Control());
   grid_->SetOnChosen([this](int) { ShowEditor(); });
   top += grid_height + 4;

@@ -1,5 +1,7 @@
 #include "designer/QuestionWindow.h"
 
+#include "designer/PixelLayout.h"
+
 #include "kestu/foundation/ClassInfo.h"
 #include "kestu/host/Form.h"
 #include "kestu/host/Host.h"
@@ -26,10 +28,7 @@ QuestionWindow::QuestionWindow(Host& host, const std::string& question,
   const Host::UserModeScope run(host_, true);
   const auto add = [&](const char* class_name, const std::string& name, int left, int top,
                        int width, int h) -> HostedControl& {
-    const ClassInfo* info = ControlRegistry::Instance().Find(class_name);
-    if (!info) throw std::logic_error(std::string("a question needs the ") + class_name);
-    return host_.NewControl(*form_, *info, name,
-                            TwipsRect{left * tx, top * ty, width * tx, h * ty});
+    return PlaceInPixels(host_, *form_, class_name, name, left, top, width, h);
   };
   add("Label", "lblQuestion", 12, 12, kWidth - 24, 18).Control().SetProperty("Caption", question);
   if (typed) {

@@ -120,11 +120,15 @@ void SdlDesktop::CloseAllForms() {
   std::vector<Form*> forms;
   for (const auto& form : host_.Forms()) forms.push_back(form.get());
   for (Form* form : forms) {
-    if (!host_.Holds(*form)) continue;
-    bool close = true;
-    if (close_request_) host_.RunReportingErrors([&] { close = close_request_(*form); });
-    if (close && host_.Holds(*form)) host_.CloseForm(*form);
+    if (host_.Holds(*form)) RequestClose(*form);
   }
+}
+
+void SdlDesktop::RequestClose(Form& form) {
+  bool close = true;
+  if (close_request_) host_.RunReportingErrors([&] { close = close_request_(form); });
+  // The request may have closed it already (a designer quitting).
+  if (close && host_.Holds(form)) host_.CloseForm(form);
 }
 
 void SdlDesktop::RebindReplacedForms() {
@@ -375,12 +379,9 @@ void SdlDesktop::DispatchWindowEvent(const SDL_Event& event) {
     case SDL_WINDOWEVENT_SIZE_CHANGED:
       window->Invalidate();
       break;
-    case SDL_WINDOWEVENT_CLOSE: {
-      bool close = true;
-      if (close_request_) host_.RunReportingErrors([&] { close = close_request_(*form); });
-      if (close && host_.Holds(*form)) host_.CloseForm(*form);
+    case SDL_WINDOWEVENT_CLOSE:
+      RequestClose(*form);
       break;
-    }
     default:
       break;
   }

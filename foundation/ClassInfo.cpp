@@ -1,5 +1,7 @@
 #include "kestu/foundation/ClassInfo.h"
 
+#include <stdexcept>
+
 #include <algorithm>
 
 #include "kestu/foundation/PropertyBag.h"
@@ -92,6 +94,15 @@ void ControlRegistry::Register(const ClassInfo& info) {
 const ClassInfo* ControlRegistry::Find(std::string_view class_name) const {
   auto found = FindByName(classes_, class_name, [](const ClassInfo* c) { return c->name; });
   return found ? *found : nullptr;
+}
+
+const ClassInfo& ControlRegistry::Require(std::string_view class_name, std::string_view who) const {
+  const ClassInfo* info = Find(class_name);
+  if (!info) {
+    throw std::logic_error(std::string(who) + " needs the control class " +
+                           std::string(class_name) + ", which is not registered");
+  }
+  return *info;
 }
 
 const std::pair<std::string, int32_t>* ControlRegistry::FindConstant(std::string_view name) const {

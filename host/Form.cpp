@@ -59,19 +59,27 @@ std::span<const OwnProperty<Form>> Form::Properties() {
       {"Caption",
        [](const Form& f) { return Variant(f.caption_); },
        [](Form& f, const Variant& v) { f.caption_ = v.ToString(); },
-       {File::String}},
+       {File::String},
+       "String",
+       "The text in the form's title bar. [O texto na barra de título do formulário.]"},
       {"Width",
        [](const Form& f) { return Variant(static_cast<float>(f.width_twips_)); },
        [](Form& f, const Variant& v) { f.Resize(CLng(v.ToDouble()), f.height_twips_); },
-       {File::Integer, 0, kTwips}},
+       {File::Integer, 0, kTwips},
+       "Single",
+       "The form's inside width, in twips. [A largura interna do formulário, em twips.]"},
       {"Height",
        [](const Form& f) { return Variant(static_cast<float>(f.height_twips_)); },
        [](Form& f, const Variant& v) { f.Resize(f.width_twips_, CLng(v.ToDouble())); },
-       {File::Integer, 0, kTwips}},
+       {File::Integer, 0, kTwips},
+       "Single",
+       "The form's inside height, in twips. [A altura interna do formulário, em twips.]"},
       {"BackColor",
        [](const Form& f) { return Variant(static_cast<int32_t>(f.back_color_)); },
        [](Form& f, const Variant& v) { f.back_color_ = static_cast<OLE_COLOR>(v.ToLong()); },
-       {File::Integer, std::numeric_limits<int32_t>::min(), std::numeric_limits<int32_t>::max()}},
+       {File::Integer, std::numeric_limits<int32_t>::min(), std::numeric_limits<int32_t>::max()},
+       "OLE_COLOR",
+       "The form's background colour. [A cor de fundo do formulário.]"},
       {"Font",
        [](const Form& f) { return Variant(f.font_); },
        [](Form& f, const Variant& v) {
@@ -79,8 +87,17 @@ std::span<const OwnProperty<Form>> Form::Properties() {
          if (!font) throw RuntimeError(err::kInvalidPropertyValue, "Font");
          f.font_ = std::move(font);
        },
-       {File::Font}},
-      {"Modified", [](const Form& f) { return Variant::Boolean(f.modified_); }, nullptr, {}},
+       {File::Font},
+       "StdFont",
+       "The font the form's controls start with. [A fonte com que os controles do formulário "
+       "começam.]"},
+      {"Modified",
+       [](const Form& f) { return Variant::Boolean(f.modified_); },
+       nullptr,
+       {},
+       "Boolean",
+       "Whether the form changed since it was loaded or saved. [Se o formulário mudou desde que "
+       "foi carregado ou salvo.]"},
   }};
   return kTable;
 }

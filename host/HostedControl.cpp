@@ -29,53 +29,85 @@ std::span<const OwnProperty<HostedControl>> HostedControl::ExtenderProperties() 
   constexpr int64_t kTwips = std::numeric_limits<int32_t>::max();
   // A docked control is placed again when it moves: its edge wins.
   static const std::array<P, 11> kTable = {{
-      {"Name", [](const HostedControl& c) { return Variant(c.name_); }, nullptr, {}},
+      {"Name",
+       [](const HostedControl& c) { return Variant(c.name_); },
+       nullptr,
+       {},
+       "String",
+       "The name the form's code knows the control by. [O nome pelo qual o código do formulário "
+       "conhece o controle.]"},
       {"Left",
        [](const HostedControl& c) { return Variant(static_cast<float>(c.left_)); },
        [](HostedControl& c, const Variant& v) {
          c.Move(TwipsFrom(v), c.top_);
          if (c.align_ != align::kNone) c.form_->DockControls();
        },
-       {File::Integer, -kTwips, kTwips}},
+       {File::Integer, -kTwips, kTwips},
+       "Single",
+       "Distance from the container's left edge, in twips. [Distância da borda esquerda do "
+       "contêiner, em twips.]"},
       {"Top",
        [](const HostedControl& c) { return Variant(static_cast<float>(c.top_)); },
        [](HostedControl& c, const Variant& v) {
          c.Move(c.left_, TwipsFrom(v));
          if (c.align_ != align::kNone) c.form_->DockControls();
        },
-       {File::Integer, -kTwips, kTwips}},
+       {File::Integer, -kTwips, kTwips},
+       "Single",
+       "Distance from the container's top edge, in twips. [Distância da borda superior do "
+       "contêiner, em twips.]"},
       {"Width",
        [](const HostedControl& c) { return Variant(static_cast<float>(c.width_)); },
        [](HostedControl& c, const Variant& v) { c.RequestSize(TwipsFrom(v), c.height_); },
-       {File::Integer, 0, kTwips}},
+       {File::Integer, 0, kTwips},
+       "Single",
+       "Width, in twips. [Largura, em twips.]"},
       {"Height",
        [](const HostedControl& c) { return Variant(static_cast<float>(c.height_)); },
        [](HostedControl& c, const Variant& v) { c.RequestSize(c.width_, TwipsFrom(v)); },
-       {File::Integer, 0, kTwips}},
+       {File::Integer, 0, kTwips},
+       "Single",
+       "Height, in twips. [Altura, em twips.]"},
       {"Visible",
        [](const HostedControl& c) { return Variant::Boolean(c.visible_); },
        [](HostedControl& c, const Variant& v) { c.visible_ = v.ToBool(); },
-       {File::Boolean}},
+       {File::Boolean},
+       "Boolean",
+       "Whether the control shows when the form runs. [Se o controle aparece quando o formulário "
+       "roda.]"},
       {"ToolTipText",
        [](const HostedControl& c) { return Variant(c.tool_tip_text_); },
        [](HostedControl& c, const Variant& v) { c.tool_tip_text_ = v.ToString(); },
-       {File::String}},
+       {File::String},
+       "String",
+       "The tip shown when the pointer rests on the control. [A dica mostrada quando o ponteiro "
+       "para sobre o controle.]"},
       {"Align",
        [](const HostedControl& c) { return Variant(c.align_); },
        [](HostedControl& c, const Variant& v) { c.SetAlign(v.ToInteger()); },
-       {File::Integer, align::kNone, align::kRight}},
+       {File::Integer, align::kNone, align::kRight},
+       "Integer",
+       "The edge of its container the control is docked to: 0 none, 1 top, 2 bottom, 3 left, 4 "
+       "right. [A borda do contêiner onde o controle se encaixa.]"},
       {"TabIndex",
        [](const HostedControl& c) { return Variant(static_cast<int16_t>(c.form_->TabIndexOf(c))); },
        [](HostedControl& c, const Variant& v) { c.form_->SetTabIndex(c, v.ToInteger()); },
-       {File::Integer, 0, INT16_MAX}},
+       {File::Integer, 0, INT16_MAX},
+       "Integer",
+       "The control's place in the order Tab moves the focus. [A posição do controle na ordem em "
+       "que Tab move o foco.]"},
       {"Default",
        [](const HostedControl& c) { return Variant::Boolean(c.default_); },
        [](HostedControl& c, const Variant& v) { c.SetDefault(v.ToBool()); },
-       {File::Boolean}},
+       {File::Boolean},
+       "Boolean",
+       "Whether Enter presses this button. [Se Enter pressiona este botão.]"},
       {"Cancel",
        [](const HostedControl& c) { return Variant::Boolean(c.cancel_); },
        [](HostedControl& c, const Variant& v) { c.SetCancel(v.ToBool()); },
-       {File::Boolean}},
+       {File::Boolean},
+       "Boolean",
+       "Whether Escape presses this button. [Se Esc pressiona este botão.]"},
   }};
   return kTable;
 }

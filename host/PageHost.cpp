@@ -42,11 +42,7 @@ void PageHost::ApplyChanges() {
 
 UserControl& PageHost::AddChild(std::string_view class_name, const std::string& name, int left,
                                 int top, int width, int height, UserControl* container) {
-  const ClassInfo* info = ControlRegistry::Instance().Find(class_name);
-  if (!info) {
-    throw std::logic_error(info_.name + " places an unknown control class " +
-                           std::string(class_name));
-  }
+  const ClassInfo& info = ControlRegistry::Instance().Require(class_name, info_.name);
   HostedControl* inside = container ? ChildHolding(container) : container_;
   // The page's corner is where it sits; inside a frame of its own the
   // place is the frame's.
@@ -55,7 +51,7 @@ UserControl& PageHost::AddChild(std::string_view class_name, const std::string& 
     top += top_;
   }
   HostedControl& child =
-      host_.NewControl(form_, *info, name, TwipsRect{left, top, width, height}, inside);
+      host_.NewControl(form_, info, name, TwipsRect{left, top, width, height}, inside);
   children_.push_back(&child);
   return child.Control();
 }

@@ -19,9 +19,7 @@ constexpr int kButtonWidth = 75;
 constexpr int kButtonHeight = 23;
 
 const ClassInfo& DialogClass(const char* name) {
-  const ClassInfo* info = ControlRegistry::Instance().Find(name);
-  if (!info) throw std::logic_error(std::string("the property dialog needs the ") + name);
-  return *info;
+  return ControlRegistry::Instance().Require(name, "the property dialog");
 }
 
 // The pages the first control's class shows, found.

@@ -2,13 +2,13 @@
 // window holds the toolbar, the toolbox and the property grid; the form
 // being designed has a window of its own.
 
-#include <exception>
 #include <filesystem>
 #include <iostream>
 #include <optional>
 #include <string>
 #include <string_view>
 
+#include "apps/ToolMain.h"
 #include "designer/Designer.h"
 #include "kestu/desktop/SdlDesktop.h"
 #include "kestu/host/Form.h"
@@ -74,19 +74,5 @@ int Run(const Options& options) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  const std::optional<Options> options = ParseOptions(argc, argv);
-  if (!options) {
-    std::cerr << kUsage;
-    return 1;
-  }
-  if (options->help) {
-    std::cout << kUsage;
-    return 0;
-  }
-  try {
-    return Run(*options);
-  } catch (const std::exception& error) {
-    std::cerr << "kestu-designer: " << error.what() << "\n";
-    return 1;
-  }
+  return kestu::ToolMain("kestu-designer", kUsage, ParseOptions(argc, argv), Run);
 }

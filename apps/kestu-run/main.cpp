@@ -1,7 +1,6 @@
 // kestu-run: opens a form file, or the built-in gallery of every control,
 // in a real window; or renders it to PNG where there is no display.
 
-#include <exception>
 #include <filesystem>
 #include <iostream>
 #include <memory>
@@ -11,6 +10,7 @@
 #include <string_view>
 #include <vector>
 
+#include "apps/ToolMain.h"
 #include "apps/kestu-run/Gallery.h"
 #include "kestu/desktop/SdlDesktop.h"
 #include "kestu/host/FormFile.h"
@@ -131,19 +131,5 @@ int Run(const Options& options) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  const std::optional<Options> options = ParseOptions(argc, argv);
-  if (!options) {
-    std::cerr << kUsage;
-    return 1;
-  }
-  if (options->help) {
-    std::cout << kUsage;
-    return 0;
-  }
-  try {
-    return Run(*options);
-  } catch (const std::exception& error) {
-    std::cerr << "kestu-run: " << error.what() << "\n";
-    return 1;
-  }
+  return kestu::ToolMain("kestu-run", kUsage, ParseOptions(argc, argv), Run);
 }

@@ -100,6 +100,8 @@ class SdlDesktop final : public Desktop {
   // The system asked to quit: every form closes that the close request
   // lets go.
   void CloseAllForms();
+  // Closes `form` unless the close request keeps it.
+  void RequestClose(Form& form);
   // Opens a window for each tool window the host shows, moves those that
   // stay and closes the others.
   void SyncToolWindows();

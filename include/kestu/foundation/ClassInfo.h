@@ -114,6 +114,9 @@ class ControlRegistry {
 
   void Register(const ClassInfo& info);
   const ClassInfo* Find(std::string_view class_name) const;
+  // A class the library's own windows are built from (a dialog, a page,
+  // the designer): std::logic_error naming `who` when it is missing.
+  const ClassInfo& Require(std::string_view class_name, std::string_view who) const;
   const std::vector<const ClassInfo*>& Classes() const { return classes_; }
   // A constant of any registered enumeration ("ccPadLeft"), case-insensitive.
   const std::pair<std::string, int32_t>* FindConstant(std::string_view name) const;

@@ -30,6 +30,8 @@ struct OwnProperty {
   Variant (*get)(const Owner&) = nullptr;
   void (*set)(Owner&, const Variant&) = nullptr;  // null: read-only
   FileValue file;
+  std::string_view type_name;  // as a class's properties name theirs: "Single", "OLE_COLOR"
+  std::string_view help;       // English, then the Portuguese in brackets
 };
 
 // The entry of `table` named `name`, in any case; null when there is none.
